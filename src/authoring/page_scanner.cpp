@@ -1,0 +1,150 @@
+#include "authoring/page_scanner.h"
+
+#include <algorithm>
+
+namespace plexoras {
+namespace {
+
+constexpr std::size_t npos = std::string_view::npos;
+
+bool is_space(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f'; }
+bool is_letter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+// Whether `text` begins with `word`, which is in lower case, in any case.
+bool starts_with_word(std::string_view text, std::string_view word) {
+  return text.size() >= word.size() &&
+         std::equal(word.begin(), word.end(), text.begin(), [](char w, char t) { return w == lower(t); });
+}
+
+// Elements whose content is text: no tag or comment begins inside them.
+constexpr std::string_view text_elements[] = {"script", "style",  "title",    "textarea",
+                                              "xmp",    "iframe", "noframes", "noembed"};
+
+class Scanner {
+public:
+  explicit Scanner(std::string_view page) : page_(page) {}
+
+  ScannedPage scan() {
+    std::size_t body_end = npos;
+    std::size_t html_end = npos;
+    while ((at_ = page_.find('<', at_)) != npos) {
+      const std::string_view rest = page_.substr(at_);
+      if (starts_with_control(rest)) {
+        control();
+      } else if (rest.starts_with(control_closing)) {
+        problem(at_, "this closing mark belongs to no control; remove it");
+        at_ += control_closing.size();
+      } else if (rest.starts_with("<!--")) {
+        comment();
+      } else if (rest.size() > 1 && (rest[1] == '!' || rest[1] == '?')) {
+        at_ = std::min(page_.find('>', at_), page_.size());
+      } else if (rest.size() > 1 && is_letter(rest[1])) {
+        open_tag();
+      } else if (rest.size() > 2 && rest[1] == '/' && is_letter(rest[2])) {
+        if (starts_with_word(rest, "</body")) body_end = at_;
+        if (starts_with_word(rest, "</html")) html_end = at_;
+        skip_tag();
+      } else {
+        ++at_;
+      }
+    }
+    result_.content_end = body_end != npos ? body_end : html_end != npos ? html_end : page_.size();
+    return std::move(result_);
+  }
+
+private:
+  static bool starts_with_control(std::string_view rest) {
+    return rest.starts_with(control_opening) && rest.size() > control_opening.size() &&
+           is_space(rest[control_opening.size()]);
+  }
+
+  void problem(std::size_t at, std::string what) { result_.problems.push_back({at, std::move(what)}); }
+
+  void control() {
+    ControlSpan span;
+    span.begin = at_;
+    span.state_end = page_.find("-->", at_);
+    if (span.state_end == npos) {
+      problem(at_, "the comment that holds this control's state is not closed; end it with \"-->\"");
+      at_ = page_.size();
+      return;
+    }
+    span.text_begin = span.state_end + 3;
+    span.text_end = page_.find(control_closing, span.text_begin);
+    const std::size_t next_opening = next_control(span.text_begin);
+    if (span.text_end == npos || next_opening < span.text_end) {
+      problem(at_, "this control is not closed; put \"" + std::string(control_closing) + "\" behind its text");
+      at_ = span.text_begin;
+      return;
+    }
+    span.end = span.text_end + control_closing.size();
+    result_.spans.push_back(span);
+    at_ = span.end;
+  }
+
+  std::size_t next_control(std::size_t from) const {
+    std::size_t at = page_.find(control_opening, from);
+    while (at != npos && !starts_with_control(page_.substr(at))) at = page_.find(control_opening, at + 1);
+    return at;
+  }
+
+  // A control may stand in a comment: an author comments out a part of a page without a look at what is in it.
+  void comment() {
+    const std::size_t end = page_.find("-->", at_ + 4);
+    const std::size_t control = next_control_before(at_ + 4, end);
+    at_ = control != npos ? control : end != npos ? end + 3 : page_.size();
+  }
+
+  std::size_t next_control_before(std::size_t from, std::size_t end) const {
+    const std::string_view inside = page_.substr(0, end == npos ? page_.size() : end);
+    std::size_t at = inside.find(control_opening, from);
+    while (at != npos && !starts_with_control(page_.substr(at))) at = inside.find(control_opening, at + 1);
+    return at;
+  }
+
+  void open_tag() {
+    const std::size_t begin = at_ + 1;
+    skip_tag();
+    for (const std::string_view name : text_elements) {
+      const std::string_view tag = page_.substr(begin);
+      if (!starts_with_word(tag, name) || tag.size() == name.size()) continue;
+      const char after = tag[name.size()];
+      if (is_space(after) || after == '>' || after == '/') return skip_to_end_tag(name);
+    }
+  }
+
+  void skip_to_end_tag(std::string_view name) {
+    for (at_ = page_.find("</", at_); at_ != npos; at_ = page_.find("</", at_ + 2)) {
+      const std::string_view tag = page_.substr(at_ + 2);
+      if (!starts_with_word(tag, name)) continue;
+      if (tag.size() == name.size() || is_space(tag[name.size()]) || tag[name.size()] == '>' ||
+          tag[name.size()] == '/') {
+        return;
+      }
+    }
+    at_ = page_.size();
+  }
+
+  // Past the ">" of the tag at the present place; one in a quoted attribute value does not end it.
+  void skip_tag() {
+    for (++at_; at_ < page_.size() && page_[at_] != '>'; ++at_) {
+      if (page_[at_] != '=') continue;
+      while (at_ + 1 < page_.size() && is_space(page_[at_ + 1])) ++at_;
+      const char quote = at_ + 1 < page_.size() ? page_[at_ + 1] : '\0';
+      if (quote != '"' && quote != '\'') continue;
+      at_ = std::min(page_.find(quote, at_ + 2), page_.size() - 1);
+    }
+    if (at_ < page_.size()) ++at_;
+  }
+
+  std::string_view page_;
+  std::size_t at_ = 0;
+  ScannedPage result_;
+};
+
+}  // namespace
+
+ScannedPage scan_page(std::string_view page) { return Scanner(page).scan(); }
+
+}  // namespace plexoras

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace plexoras {
+
+/// Where a control stands in a page: byte offsets.
+///
+///     <!--dtc PlexorasDTC.DiagramDTC name="Sales" ...      begin
+///     -->                                                  text_begin, behind it
+///     <plexoras-diagram ...>...</plexoras-diagram>
+///     <!--/dtc-->                                          text_end, before it; end, behind it
+struct ControlSpan {
+  std::size_t begin = 0;
+  std::size_t state_end = 0;  ///< of the state: before the "-->" of the opening comment
+  std::size_t text_begin = 0;
+  std::size_t text_end = 0;
+  std::size_t end = 0;
+};
+
+/// A mark that cannot be read, and why.
+struct SpanProblem {
+  std::size_t at = 0;
+  std::string what;
+};
+
+struct ScannedPage {
+  std::vector<ControlSpan> spans;  ///< in page order
+  std::vector<SpanProblem> problems;
+  /// Before the last "</body" tag, else the last "</html" tag, else the end: where a page's content ends.
+  std::size_t content_end = 0;
+};
+
+inline constexpr std::string_view control_opening = "<!--dtc";
+inline constexpr std::string_view control_closing = "<!--/dtc-->";
+
+/// Finds the controls in a page, in one pass. What looks like one inside a script, a style sheet, a title, a text
+/// area or an attribute is none; inside an ordinary comment it is.
+ScannedPage scan_page(std::string_view page);
+
+}  // namespace plexoras

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "authoring/page.h"
+#include "template/template_session.h"
+
+namespace plexoras {
+
+/// What came of publishing one file.
+struct PublishedFile {
+  enum class Outcome {
+    Written,    ///< the target has new bytes
+    Unchanged,  ///< the target has these bytes already and was not touched
+    Copied,     ///< no page with controls: copied as it is
+    Failed,     ///< at least one control, or the page, has a problem; what could be done was done
+  };
+  std::string source;
+  std::string target;
+  Outcome outcome = Outcome::Unchanged;
+  std::size_t controls = 0;  ///< whose text was made
+  std::vector<PageProblem> problems = {};
+  std::string details = {};  ///< what the templates had to say about the problems, lines ended by LF
+};
+
+/// Makes pages for readers: the text of every control is made anew from its state and its template.
+///
+/// The same input gives the same bytes. A control that fails keeps the text it had, so that a page never shows half a
+/// chart; the other controls of the page, and the other pages, come out all the same. Targets that would not change
+/// are not touched, and those that change are replaced whole.
+class Publisher {
+public:
+  enum class Writing { Write, DryRun };
+
+  /// `session` outlives the publisher; each template file is read once in its life.
+  explicit Publisher(TemplateSession& session, Writing writing = Writing::Write)
+      : session_(session), writing_(writing) {}
+
+  /// Publishes the page `source` to `target`, which may be the same file. Folders are made as needed.
+  PublishedFile publish_page(const std::string& source, const std::string& target);
+  /// Copies a file that is no page.
+  PublishedFile copy_file(const std::string& source, const std::string& target);
+
+private:
+  bool write(const std::string& target, std::string_view bytes);
+
+  TemplateSession& session_;
+  Writing writing_;
+};
+
+/// One file of a site, and where it goes.
+struct SiteFile {
+  std::string source;
+  std::string target;
+  bool is_page = false;  ///< by its extension: may hold controls
+};
+
+/// The files to publish for `paths`, in a fixed order. With no `output` pages go where they are and other files are
+/// left out; else a file goes into `output`, and what is in a folder goes to the same place below `output`.
+///
+/// The output folder itself and the folders of version control systems are passed over. Raises error 53 for a path
+/// that does not exist, 75 for one that cannot be listed, and 5 when two files would go to one place.
+std::vector<SiteFile> site_files(const std::vector<std::string>& paths, const std::string& output);
+
+}  // namespace plexoras

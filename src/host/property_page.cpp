@@ -1,0 +1,25 @@
+#include "host/property_page.h"
+
+#include <utility>
+
+namespace plexoras {
+
+void PropertyPage::select(std::vector<ObjectRef> controls) {
+  SelectedControls = std::move(controls);
+  SelectionChanged();
+  Changed = false;
+}
+
+void PropertyPage::apply() {
+  ApplyChanges();
+  Changed = false;
+}
+
+AutomationObject& PropertyPage::selected_control() const {
+  if (SelectedControls.empty() || SelectedControls.front() == nullptr) {
+    throw AutomationError(RunTimeError::ObjectNotSet, {}, caption);
+  }
+  return *SelectedControls.front();
+}
+
+}  // namespace plexoras

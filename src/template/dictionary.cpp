@@ -1,0 +1,222 @@
+#include "template/dictionary.h"
+
+#include <cstring>
+
+namespace plexoras {
+namespace {
+
+constexpr std::size_t npos = static_cast<std::size_t>(-1);
+const std::string empty_text;
+
+// Tells most keys apart from their length and both ends alone; equal digests are settled by the keys.
+std::uint32_t digest_of(std::string_view key) {
+  std::uint64_t head = 0;
+  std::uint64_t tail = 0;
+  const std::size_t count = key.size() < 8 ? key.size() : 8;
+  std::memcpy(&head, key.data(), count);
+  std::memcpy(&tail, key.data() + key.size() - count, count);
+  const std::uint64_t mixed = (head * 0x9E3779B97F4A7C15ULL) ^ (tail * 0xC2B2AE3D27D4EB4FULL) ^ key.size();
+  return static_cast<std::uint32_t>(mixed >> 32) ^ static_cast<std::uint32_t>(mixed);
+}
+
+[[noreturn]] void bad_subscript(std::string what) {
+  throw AutomationError(RunTimeError::SubscriptOutOfRange, std::move(what), "Dictionary");
+}
+
+// An optional flag argument: whether empty values count.
+Dictionary::EmptyValues empty_values(Arguments flag) {
+  return !flag.empty() && flag[0].to_boolean() ? Dictionary::EmptyValues::Keep : Dictionary::EmptyValues::Drop;
+}
+
+struct Separator {
+  std::string_view character;
+  std::string_view word;
+};
+constexpr Separator separators[] = {{"\x02", "<row>"}, {"\x03", "<col>"}, {"\x04", "<value>"}};
+
+}  // namespace
+
+std::size_t Dictionary::find(std::string_view key) const {
+  const std::uint32_t wanted = digest_of(key);
+  // Whole blocks without an early exit, so that the compiler can compare a block at once.
+  constexpr std::size_t block = 8;
+  const std::size_t count = entries_.size();
+  for (std::size_t start = 0; start < count; start += block) {
+    const std::size_t end = start + block < digests_.size() ? start + block : digests_.size();
+    unsigned hit = 0;
+    for (std::size_t i = start; i < end; ++i) hit |= static_cast<unsigned>(digests_[i] == wanted);
+    if (hit == 0) continue;
+    for (std::size_t i = start; i < end && i < count; ++i) {
+      if (digests_[i] == wanted && entries_[i].key == key) return i;
+    }
+  }
+  return npos;
+}
+
+Dictionary::Entry* Dictionary::slot(std::int32_t index) {
+  if (index < 0 || index >= capacity) bad_subscript("no slot " + std::to_string(index) + "; slots are 0 to 128");
+  return index < Count() ? &entries_[static_cast<std::size_t>(index)] : nullptr;
+}
+
+const std::string& Dictionary::keyAtIndex(std::int32_t index) const {
+  const Entry* entry = const_cast<Dictionary*>(this)->slot(index);
+  return entry != nullptr ? entry->key : empty_text;
+}
+
+const std::string& Dictionary::valueAtIndex(std::int32_t index) const {
+  const Entry* entry = const_cast<Dictionary*>(this)->slot(index);
+  return entry != nullptr ? entry->value : empty_text;
+}
+
+void Dictionary::putAtIndex(std::int32_t index, std::string_view value) {
+  if (Entry* entry = slot(index)) entry->value = value;
+}
+
+bool Dictionary::includes(std::string_view key, EmptyValues empty) const {
+  const std::size_t index = find(key);
+  return index != npos && (empty == EmptyValues::Keep || !entries_[index].value.empty());
+}
+
+const std::string& Dictionary::atGet(std::string_view key) const {
+  const std::size_t index = find(key);
+  return index != npos ? entries_[index].value : empty_text;
+}
+
+void Dictionary::atPut(std::string_view key, std::string_view value, EmptyValues empty) {
+  const std::size_t index = find(key);
+  if (index != npos) {
+    entries_[index].value = value;
+    return;
+  }
+  if (value.empty() && empty == EmptyValues::Drop) return;
+  if (Count() == capacity) bad_subscript("\"" + std::string(key) + "\" is one entry too many; there is room for 129");
+  digests_[entries_.size()] = digest_of(key);
+  entries_.push_back({std::string(key), std::string(value)});
+}
+
+void Dictionary::removeKey(std::string_view key) {
+  const std::size_t index = find(key);
+  if (index != npos) removeAtIndex(static_cast<std::int32_t>(index));
+}
+
+void Dictionary::removeAtIndex(std::int32_t index) {
+  if (slot(index) == nullptr) return;
+  entries_.erase(entries_.begin() + index);
+  for (std::size_t i = static_cast<std::size_t>(index); i < entries_.size(); ++i) digests_[i] = digests_[i + 1];
+}
+
+StringList Dictionary::GetKeys() const {
+  StringList keys;
+  keys.reserve(entries_.size());
+  for (const Entry& entry : entries_) keys.push_back(entry.key);
+  return keys;
+}
+
+void Dictionary::put_all(const Dictionary& other) {
+  if (!entries_.empty()) {
+    for (const Entry& entry : other.entries_) atPut(entry.key, entry.value);
+    return;
+  }
+  // An empty store has nothing to search.
+  entries_.reserve(other.entries_.size() + 8);
+  for (std::size_t i = 0; i < other.entries_.size(); ++i) {
+    if (other.entries_[i].value.empty()) continue;
+    digests_[entries_.size()] = other.digests_[i];
+    entries_.push_back(other.entries_[i]);
+  }
+}
+
+void Dictionary::writeTo(PropertyBag& bag, const Dictionary& defaults) const {
+  const bool verbatim = bag.keeps_every_byte();
+  for (const Entry& entry : entries_) {
+    bag.write(entry.key, verbatim ? entry.value : encode_separators(entry.value), defaults.atGet(entry.key));
+  }
+}
+
+void Dictionary::readFrom(PropertyBag& bag) {
+  const bool verbatim = bag.keeps_every_byte();
+  for (Entry& entry : entries_) {
+    std::string stored = bag.read(entry.key, entry.value).to_text();
+    entry.value = verbatim ? std::move(stored) : decode_separators(stored);
+  }
+}
+
+std::string Dictionary::Dump() const {
+  std::string text;
+  for (const Entry& entry : entries_) text += entry.key + "=" + entry.value + "\n";
+  return text;
+}
+
+namespace {
+
+using Row = Member<Dictionary>;
+
+const Row members[] = {
+    {.name = "Count",
+     .get = [](Dictionary& d) { return Variant(d.Count()); },
+     .call = [](Dictionary& d, Arguments) { return Variant(d.Count()); }},
+    {.name = "keyAtIndex",
+     .call = [](Dictionary& d, Arguments a) { return Variant(d.keyAtIndex(a[0].to_long())); },
+     .arguments = 1},
+    {.name = "valueAtIndex",
+     .call = [](Dictionary& d, Arguments a) { return Variant(d.valueAtIndex(a[0].to_long())); },
+     .arguments = 1},
+    {.name = "putAtIndex",
+     .call = [](Dictionary& d, Arguments a) { return d.putAtIndex(a[0].to_long(), a[1].to_text()), Variant(); },
+     .arguments = 2},
+    {.name = "includes",
+     .call = [](Dictionary& d, Arguments a) { return Variant(d.includes(a[0].to_text(), empty_values(a.subspan(1)))); },
+     .arguments = 1,
+     .optional_arguments = 1},
+    {.name = "atGet",
+     .call = [](Dictionary& d, Arguments a) { return Variant(d.atGet(a[0].to_text())); },
+     .arguments = 1},
+    {.name = "atPut",
+     .call = [](Dictionary& d,
+                Arguments a) { return d.atPut(a[0].to_text(), a[1].to_text(), empty_values(a.subspan(2))), Variant(); },
+     .arguments = 2,
+     .optional_arguments = 1},
+    {.name = "removeKey",
+     .call = [](Dictionary& d, Arguments a) { return d.removeKey(a[0].to_text()), Variant(); },
+     .arguments = 1},
+    {.name = "removeAtIndex",
+     .call = [](Dictionary& d, Arguments a) { return d.removeAtIndex(a[0].to_long()), Variant(); },
+     .arguments = 1},
+    {.name = "GetKeys", .call = [](Dictionary& d, Arguments) { return Variant(d.GetKeys()); }, .optional_arguments = 1},
+};
+
+}  // namespace
+
+Variant Dictionary::get(std::string_view member) { return get_member(*this, members, member, "Dictionary"); }
+
+void Dictionary::put(std::string_view member, const Variant& value) {
+  put_member(*this, members, member, value, "Dictionary");
+}
+
+Variant Dictionary::call(std::string_view member, Arguments arguments) {
+  return call_member(*this, members, member, arguments, "Dictionary");
+}
+
+std::string replaced_all(std::string_view text, std::string_view from, std::string_view to) {
+  std::string result;
+  if (from.empty()) return std::string(text);
+  std::size_t position = 0;
+  for (std::size_t hit; (hit = text.find(from, position)) != std::string_view::npos; position = hit + from.size()) {
+    result.append(text, position, hit - position).append(to);
+  }
+  return result.append(text, position);
+}
+
+std::string encode_separators(std::string_view value) {
+  std::string text(value);
+  for (const Separator& separator : separators) text = replaced_all(text, separator.character, separator.word);
+  return text;
+}
+
+std::string decode_separators(std::string_view value) {
+  std::string text(value);
+  for (const Separator& separator : separators) text = replaced_all(text, separator.word, separator.character);
+  return text;
+}
+
+}  // namespace plexoras

@@ -1,0 +1,81 @@
+#include "template/ini_section.h"
+
+#include "template/preprocessor.h"
+
+namespace plexoras {
+
+void IniSection::Read(std::string_view file, std::string_view section) {
+  file_name_ = file;
+  Discard();
+  AppendSection(section);
+}
+
+void IniSection::Discard() {
+  raw_ = {};
+  joined_.clear();
+  joined_marks_.clear();
+  result_.clear();
+}
+
+void IniSection::AppendSection(std::string_view section) {
+  bool missing = false;
+  const SourceText added = session_.files.section(file_name_, section, &missing);
+  if (missing) {
+    Diagnostic asked;
+    asked.where.path = file_name_;
+    session_.warn_of_missing_file(file_name_, std::move(asked));
+  }
+  if (raw_.text.empty()) {
+    raw_ = added;
+    return;
+  }
+  if (raw_.text.data() != joined_.data()) {
+    joined_ = raw_.text;
+    if (raw_.marks != nullptr) joined_marks_ = *raw_.marks;
+  }
+  if (added.marks != nullptr) {
+    for (LineMark mark : *added.marks) {
+      mark.offset += joined_.size();
+      joined_marks_.push_back(mark);
+    }
+  }
+  joined_ += added.text;
+  raw_ = {joined_, &joined_marks_};
+}
+
+void IniSection::SetContents(std::string_view text) {
+  Discard();
+  joined_ = text;
+  raw_ = {joined_, nullptr};
+}
+
+const std::string& IniSection::GetContents() {
+  if (result_.empty()) Preprocess();
+  return result_;
+}
+
+std::shared_ptr<Dictionary> IniSection::GetVariables() {
+  if (result_.empty()) Preprocess();
+  return variables_;
+}
+
+void IniSection::Preprocess() {
+  result_.clear();
+  failed_ = true;  // should the run be ended by what is not its own
+  failed_ = !Preprocessor(session_, *variables_, references_, file_name_).run(raw_, result_);
+}
+
+std::shared_ptr<Dictionary> GetSectionVariables(TemplateSession& session, std::string_view file,
+                                                std::string_view section, const Dictionary* given) {
+  IniSection loaded(session);
+  if (given != nullptr) loaded.SetVariables(*given);
+  loaded.Read(file, section);
+  return loaded.GetVariables();
+}
+
+std::string GetSectionConstant(TemplateSession& session, std::string_view file, std::string_view section,
+                               std::string_view key, const Dictionary* given) {
+  return GetSectionVariables(session, file, section, given)->atGet(key);
+}
+
+}  // namespace plexoras

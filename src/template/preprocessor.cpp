@@ -1,0 +1,313 @@
+#include "template/preprocessor.h"
+
+#include <new>
+
+#include "template/ini_section.h"
+
+namespace plexoras {
+namespace {
+
+constexpr std::string_view line_break = "\r\n";
+
+[[noreturn]] void needs(std::string_view form) {
+  throw AutomationError(RunTimeError::InvalidCall, "the directive needs more: write " + std::string(form),
+                        "IniSection");
+}
+
+BlankSplit split_or_fail(std::string_view argument, std::string_view form) {
+  const BlankSplit split = split_at_blank(argument);
+  if (!split.found) needs(form);
+  return split;
+}
+
+// A value in quotes loses its first and last character, whatever the last one is.
+std::string_view without_quotes(std::string_view value) {
+  if (!value.starts_with('"') && !value.starts_with('\'')) return value;
+  if (value.size() < 2) {
+    throw AutomationError(RunTimeError::InvalidCall, "the value is a quotation mark alone; close the quotation",
+                          "IniSection");
+  }
+  return value.substr(1, value.size() - 2);
+}
+
+std::string_view left_trimmed(std::string_view line) {
+  const std::size_t first = line.find_first_not_of(' ');
+  return first == std::string_view::npos ? std::string_view() : line.substr(first);
+}
+
+std::string what_failed(RunTimeError number, const std::string& description, const ExpansionLimits& limits) {
+  std::string what = description;
+  if (number == RunTimeError::OutOfStackSpace) {
+    what += ": references, macro calls or inclusions nest more than " + std::to_string(limits.nesting) +
+            " deep; does something refer to itself?";
+  } else if (number == RunTimeError::OutOfStringSpace) {
+    what += ": expansion made more than " + std::to_string(limits.text_bytes >> 20) +
+            " MiB of text; does something repeat itself?";
+  }
+  return what + " (error " + std::to_string(static_cast<int>(number)) + ")";
+}
+
+}  // namespace
+
+// Tried from top to bottom. Kept: those without a blank at the end match longer words too, so "#ENDIFS" is an
+// #ENDIF, while "#DEFINEX" is a call.
+const Preprocessor::Directive Preprocessor::directives[] = {
+    {"#HALT", &Preprocessor::halt},         {"#INCLUDE ", &Preprocessor::include},
+    {"#DEFINE ", &Preprocessor::define},    {"#MACRO ", &Preprocessor::macro},
+    {"#UNDEF ", &Preprocessor::undefine},   {"#IFINSIDE", &Preprocessor::if_inside},
+    {"#IFEQUAL ", &Preprocessor::if_equal}, {"#IFNEQUAL", &Preprocessor::if_not_equal},
+    {"#IFDEF ", &Preprocessor::if_defined}, {"#IFUNDEF ", &Preprocessor::if_undefined},
+    {"#ELSE", &Preprocessor::otherwise},    {"#ENDIF", &Preprocessor::end_if},
+};
+
+bool Preprocessor::run(SourceText source, std::string& output) {
+  // Whatever ends the run, the one around it is the active one again.
+  struct Activation {
+    TemplateSession& session;
+    Preprocessor* outer;
+    ~Activation() { session.active_ = outer; }
+  };
+  outer_ = session_.active_;
+  const Activation activation{session_, outer_};
+  if (outer_ == nullptr) session_.open_request(source.text.size(), variables_);
+  session_.active_ = this;
+
+  InputStack input(source);
+  input_ = &input;
+  output_ = &output;
+  output.reserve(source.text.size() + source.text.size() / 16);  // templates mostly give a little more than they are
+  try {
+    process();
+    return true;
+  } catch (const AutomationError& error) {
+    fail(error);
+  } catch (const std::bad_alloc&) {
+    fail(AutomationError(RunTimeError::OutOfStringSpace, {}, "IniSection"));
+  }
+  // A request that has run out ends in all its runs, or what ran away in one would run away in the next.
+  if (session_.exhausted_ && outer_ != nullptr) {
+    throw AutomationError(RunTimeError::OutOfStringSpace, {}, "IniSection");
+  }
+  return false;
+}
+
+void Preprocessor::process() {
+  bool last_was_plain = true;
+  for (;;) {
+    if (last_was_plain && !step_mode_) {
+      const std::string_view plain = input_->take_plain_lines();
+      if (!skipping()) *output_ += plain;
+    }
+    if (!input_->next()) return;
+    const std::string_view line = input_->line();
+    const std::string_view left = left_trimmed(line);
+    const bool is_directive = left.starts_with('#');
+    last_was_plain = !is_directive;
+    references_.begin_line(line);
+    if (skipping()) {
+      if (is_directive) skip_line(left);
+    } else if (is_directive) {
+      handle_line(left);
+    } else {
+      stop_for_step();
+      emit(line);
+    }
+  }
+}
+
+// In a branch that is not taken only the lines count that open, switch or close a condition.
+void Preprocessor::skip_line(std::string_view line) {
+  static constexpr std::string_view openings[] = {"#IFEQUAL ", "#IFNEQUAL", "#IFINSIDE", "#IFDEF ", "#IFUNDEF "};
+  if (line.starts_with("#ENDIF")) {
+    if (level_ >= 1) --level_;
+  } else if (line.starts_with("#ELSE")) {
+    if (level_ == 0) {
+      throw AutomationError(RunTimeError::SubscriptOutOfRange, "#ELSE stands outside any condition", "IniSection");
+    }
+    skipping_[level_] = skipping_[level_ - 1];
+  } else {
+    for (const std::string_view opening : openings) {
+      if (line.starts_with(opening)) return open_level(true);
+    }
+  }
+}
+
+void Preprocessor::handle_line(std::string_view line) {
+  for (const Directive& directive : directives) {
+    if (line.starts_with(directive.keyword)) return (this->*directive.handle)(line.substr(directive.keyword.size()));
+  }
+  stop_for_step();
+  call(line);
+}
+
+void Preprocessor::emit(std::string_view line) {
+  references_.substitute(line, *output_);
+  output_->append(line_break);
+}
+
+// Kept: an unknown name expands to the call itself, so that its "#" alone is lost.
+void Preprocessor::call(std::string_view line) {
+  expansion_.clear();
+  references_.call_macro(line.substr(1), expansion_);
+  if (expansion_.empty()) return;
+  session_.charge(expansion_.size());
+  check_depth();
+  input_->push_expansion(expansion_, line);
+}
+
+void Preprocessor::halt(std::string_view rest) {
+  if (trimmed(rest) == "VB") {
+    if (session_.platform.debugger_break) session_.platform.debugger_break();
+    step_mode_ = false;
+    return;
+  }
+  step_mode_ = ask_to_halt();
+}
+
+void Preprocessor::include(std::string_view rest) {
+  argument_.clear();
+  references_.substitute(trimmed(rest), argument_);
+  const FromSplit from = split_at_from(argument_);
+  const std::string_view section = from.before;
+  const std::string_view file = from.found ? from.after : std::string_view(file_name_);
+  bool missing = false;
+  const std::size_t read_before = session_.files.bytes_read();
+  const SourceText text = session_.files.section(file, section, &missing);
+  if (missing) session_.warn_of_missing_file(file, described());
+  session_.allowed_ += 16 * (session_.files.bytes_read() - read_before);
+  session_.charge(text.text.size());
+  if (text.text.empty()) return;
+  check_depth();
+  input_->push_section(text);
+}
+
+void Preprocessor::define(std::string_view rest) {
+  argument_.clear();
+  references_.substitute(trimmed(rest), argument_);
+  store(argument_, "#DEFINE NAME value");
+}
+
+void Preprocessor::macro(std::string_view rest) { store(trimmed(rest), "#MACRO NAME body"); }
+
+void Preprocessor::store(std::string_view argument, std::string_view form) {
+  const BlankSplit split = split_or_fail(argument, form);
+  variables_.atPut(split.first, without_quotes(split.rest));
+}
+
+void Preprocessor::undefine(std::string_view rest) {
+  argument_.clear();
+  references_.substitute(trimmed(rest), argument_);
+  variables_.removeKey(argument_);
+}
+
+void Preprocessor::if_inside(std::string_view rest) {
+  argument_.clear();
+  references_.substitute(trimmed(rest), argument_);
+  const BlankSplit split = split_or_fail(argument_, "#IFINSIDE NAME (one,two)");
+  std::string_view list = split.rest;
+  if (list.starts_with('(')) list.remove_prefix(1);
+  if (list.ends_with(')')) list.remove_suffix(1);
+  open_level(true);
+  const std::string value = references_.EvaluateReference(split.first);
+  for (bool more = true; more;) {
+    const std::size_t comma = list.find(',');
+    // Kept: items are compared as they stand, blanks included.
+    if (list.substr(0, comma) == value) skipping_[level_] = false;
+    more = comma != std::string_view::npos;
+    if (more) list.remove_prefix(comma + 1);
+  }
+}
+
+// Opens a level and compares a variable with the value expected.
+bool Preprocessor::value_differs(std::string_view rest, std::string_view form) {
+  argument_.clear();
+  references_.substitute(trimmed(rest), argument_);
+  const BlankSplit split = split_or_fail(argument_, form);
+  open_level(true);
+  return references_.EvaluateReference(split.first) != split.rest;
+}
+
+void Preprocessor::if_equal(std::string_view rest) {
+  const bool differs = value_differs(rest, "#IFEQUAL NAME value");
+  skipping_[level_] = differs;
+}
+
+void Preprocessor::if_not_equal(std::string_view rest) {
+  const bool differs = value_differs(rest, "#IFNEQUAL NAME value");
+  skipping_[level_] = !differs;
+}
+
+void Preprocessor::if_defined(std::string_view rest) {
+  open_level(true);
+  argument_.clear();
+  references_.substitute(rest, argument_);
+  skipping_[level_] = references_.isAbsent(trimmed(argument_));
+}
+
+void Preprocessor::if_undefined(std::string_view rest) {
+  if_defined(rest);
+  skipping_[level_] = !skipping_[level_];
+}
+
+void Preprocessor::otherwise(std::string_view) { skipping_[level_] = true; }
+
+void Preprocessor::end_if(std::string_view) {
+  if (level_ >= 1) --level_;
+}
+
+void Preprocessor::open_level(bool skip) {
+  if (level_ + 1 == levels) {
+    throw AutomationError(RunTimeError::SubscriptOutOfRange, "conditions nest more than 128 deep", "IniSection");
+  }
+  skipping_[++level_] = skip;
+}
+
+void Preprocessor::stop_for_step() {
+  if (step_mode_) step_mode_ = ask_to_halt();
+}
+
+bool Preprocessor::ask_to_halt() {
+  if (!session_.platform.halt) return false;
+  const SourceLocation where = input_->location(nullptr);
+  const std::string_view line = input_->line();
+  const std::string_view left = left_trimmed(line);
+  return session_.platform.halt({left.starts_with('#') ? left : line, where.path, where.line, *output_, &variables_});
+}
+
+void Preprocessor::check_depth() {
+  // A text that is used up makes room for what it brings in.
+  const std::size_t depth = input_->depth() - (input_->at_end_of_text() ? 1 : 0);
+  if (depth >= session_.limits.nesting) session_.run_out(RunTimeError::OutOfStackSpace);
+}
+
+// The line being read, as the place of a diagnostic.
+Diagnostic Preprocessor::described() const {
+  Diagnostic diagnostic;
+  diagnostic.where = input_->location(references_.position_);
+  diagnostic.source_line = input_->source_line(diagnostic.where);
+  for (std::size_t i = references_.calls_.size(); i-- > 0;) {
+    diagnostic.notes.push_back({diagnostic.where, "in the expansion of #(" + references_.calls_[i] + ")"});
+  }
+  for (Diagnostic::Note& note : input_->notes()) diagnostic.notes.push_back(std::move(note));
+  for (const Preprocessor* run = outer_; run != nullptr; run = run->outer_) {
+    diagnostic.notes.push_back({run->input_->location(nullptr), "in a bracketed reference"});
+    for (Diagnostic::Note& note : run->input_->notes()) diagnostic.notes.push_back(std::move(note));
+  }
+  return diagnostic;
+}
+
+void Preprocessor::fail(const AutomationError& error) {
+  output_->clear();
+  if (session_.exhausted_) {
+    if (session_.told_) return;
+    session_.told_ = true;
+  }
+  session_.platform.show_message("An error occured near " + std::string(line_break) + input_->context(),
+                                 "Template Build Internal Error");
+  Diagnostic diagnostic = described();
+  diagnostic.what = what_failed(error.number(), error.description(), session_.limits);
+  diagnostic.number = error.number();
+  session_.diagnostics.push_back(std::move(diagnostic));
+}
+
+}  // namespace plexoras

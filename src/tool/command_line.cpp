@@ -1,0 +1,185 @@
+#include "tool/command_line.h"
+
+#include <CLI/CLI.hpp>
+#include <cstdio>
+#include <memory>
+
+#include "authoring/suggestion.h"
+#include "tool/commands.h"
+#include "tool/version.h"
+
+namespace plexoras {
+namespace {
+
+using Run = std::function<int(HeadlessPlatform&, Console&)>;
+
+// Ties a command's options to its parser; they live as long as the returned function.
+template <class Options>
+Run running(int (*command)(const Options&, HeadlessPlatform&, Console&), std::shared_ptr<Options> options) {
+  return [=](HeadlessPlatform& host, Console& console) { return command(*options, host, console); };
+}
+
+Run declare_new(CLI::App& app) {
+  auto options = std::make_shared<NewOptions>();
+  app.add_option("PAGE", options->page, "The page; a small valid one is made where there is none")->required();
+  app.add_option("--name", options->name, "The control's name, unique on its page")->required();
+  app.add_option("--control", options->control, "Its type")->capture_default_str();
+  app.add_option("--after", options->after, "Put it behind this text of the page");
+  app.add_option("--before", options->before, "Put it before this text of the page");
+  app.add_option("PROPERTY=VALUE", options->assignments, "Properties to set at once");
+  return running(run_new, options);
+}
+
+Run declare_get(CLI::App& app) {
+  auto options = std::make_shared<GetOptions>();
+  app.add_option("PAGE[#NAME]", options->target, "A control of a page, or all of them")->required();
+  app.add_option("PROPERTY", options->properties, "One prints its bare value, several or none NAME=VALUE lines");
+  app.add_flag("--changed", options->changed, "Only what differs from a new control");
+  return running(run_get, options);
+}
+
+Run declare_set(CLI::App& app) {
+  auto options = std::make_shared<SetOptions>();
+  app.add_option("PAGE#NAME", options->target, "A control of a page")->required();
+  app.add_option("PROPERTY=VALUE", options->assignments, "Properties to set, in this order");
+  app.add_option("--from", options->from,
+                 "First set the PROPERTY=VALUE lines of this file, as get prints them; - reads standard input");
+  app.add_flag("--custom", options->custom, "Take properties that the template does not declare");
+  return running(run_set, options);
+}
+
+Run declare_publish(CLI::App& app) {
+  auto options = std::make_shared<PublishOptions>();
+  app.add_option("PATH", options->paths, "Pages, or folders with pages")->required();
+  app.add_option("-o,--output", options->output,
+                 "Write a mirror of the site into this folder; without it pages are published in place");
+  return running(run_publish, options);
+}
+
+Run declare_expand(CLI::App& app) {
+  auto options = std::make_shared<ExpandOptions>();
+  app.add_option("FILE", options->file, "The template file")->required();
+  app.add_option("SECTION", options->section, "The section; an empty name takes the whole file")->required();
+  app.add_option("-D", options->definitions, "Define a variable: NAME=VALUE")->allow_extra_args(false);
+  app.add_flag("--variables", options->variables, "Print the variables instead of the text, NAME<TAB>VALUE a line");
+  app.add_option("--nesting", options->nesting, "How deep expansion may nest")
+      ->check(CLI::Range(1, 1000))
+      ->capture_default_str();
+  app.add_option("--text-limit", options->text_mebibytes, "How many MiB of text expansion may make")
+      ->check(CLI::Range(1, 65536))
+      ->capture_default_str();
+  return running(run_expand, options);
+}
+
+// The table makes the parsers, the help and the words to suggest.
+struct CommandRow {
+  const char* name;
+  const char* summary;
+  const char* examples;  // first in its help
+  bool writes;           // has --dry-run
+  Run (*declare)(CLI::App& app);
+};
+
+constexpr CommandRow commands[] = {
+    {"new", "Put a control on a page",
+     "  plexoras new index.html --name Sales\n"
+     "  plexoras new index.html --name Share --after '<h2>Market</h2>' DiagramType=4 width=400\n",
+     true, declare_new},
+    {"get", "Print properties of controls",
+     "  plexoras get index.html#Sales FontSize\n"
+     "  plexoras get index.html#Sales --changed\n"
+     "  plexoras get index.html --json\n",
+     false, declare_get},
+    {"set", "Change properties of a control",
+     "  plexoras set index.html#Sales DiagramType=1 HasLegend=True\n"
+     "  plexoras set index.html#Sales CsvContents=\"$(cat sales.csv)\"\n"
+     "  plexoras get a.html#Sales --changed | plexoras set b.html#Sales --from -\n",
+     true, declare_set},
+    {"publish", "Make the pages that readers get",
+     "  plexoras publish site -o public      a mirror of the site, published\n"
+     "  plexoras publish index.html          in place\n"
+     "  plexoras publish site -o public -n   only say what would change\n",
+     true, declare_publish},
+    {"expand", "Run one section of a template file and print its text",
+     "  plexoras expand DIAGRAM.DAT TEMPLATE -D WIDTH=400 -D APPLETID=Sales\n"
+     "  plexoras expand DIAGRAM.DAT PROPERTY --variables\n",
+     false, declare_expand},
+};
+
+constexpr const char* exit_statuses =
+    "\nExit status: 0 done, 1 the work failed (the message says what, where and how to mend it),\n"
+    "2 wrong usage, 130 interrupted. Results go to standard output, everything else to standard error.\n";
+
+// Examples first: they answer most questions.
+class ExamplesFirst : public CLI::Formatter {
+public:
+  std::string make_help(const CLI::App* app, std::string name, CLI::AppFormatMode mode) const override {
+    if (mode != CLI::AppFormatMode::Normal) return Formatter::make_help(app, name, mode);
+    const bool is_command = app->get_parent() != nullptr;
+    std::string text = app->get_description() + ".\n\n";
+    text += is_command ? "Examples:\n" + app->get_footer() + "\n" : "";
+    text += make_usage(app, name);
+    text += make_positionals(app);
+    text += make_groups(app, mode);
+    text += make_subcommands(app, mode);
+    return text + (is_command ? "" : "\nplexoras COMMAND --help shows examples and options.\n") + exit_statuses;
+  }
+};
+
+void declare_common(CLI::App& app, CommonOptions& common, bool writes) {
+  app.set_help_flag("-h,--help", "Show this help");
+  app.add_flag("--json", common.json, "Print JSON, one object a line");
+  app.add_flag("-q,--quiet", common.quiet, "Say nothing but problems");
+  app.add_flag("-v,--verbose", common.verbose, "Say what is done");
+  if (writes) app.add_flag("-n,--dry-run", common.dry_run, "Write nothing");
+  app.add_option("--color", common.color, "Colours in messages")
+      ->check(CLI::IsMember({"auto", "always", "never"}))
+      ->capture_default_str();
+}
+
+// A first word that is no command is the commonest mistake, and the parser's own message is no help with it.
+void check_command(int argc, const char* const* argv) {
+  if (argc < 2 || argv[1][0] == '-') return;
+  std::vector<std::string> names;
+  for (const CommandRow& row : commands) names.emplace_back(row.name);
+  if (std::find(names.begin(), names.end(), argv[1]) != names.end()) return;
+  throw UsageError("there is no command \"" + std::string(argv[1]) + "\"" + did_you_mean(argv[1], names) +
+                   "\nplexoras --help lists the commands");
+}
+
+}  // namespace
+
+std::optional<Invocation> parse_command_line(int argc, const char* const* argv) {
+  CLI::App app("Puts charts on web pages and publishes them as plain pages that work everywhere", "plexoras");
+  app.set_version_flag("--version", "plexoras " + std::string(version));
+  app.set_help_flag("-h,--help", "Show this help");
+  app.formatter(std::make_shared<ExamplesFirst>());
+  app.require_subcommand(1);
+
+  auto common = std::make_shared<CommonOptions>();
+  Run chosen;
+  for (const CommandRow& row : commands) {
+    CLI::App* command = app.add_subcommand(row.name, row.summary);
+    command->footer(row.examples);
+    const Run run = row.declare(*command);
+    declare_common(*command, *common, row.writes);
+    command->callback([&chosen, run] { chosen = run; });
+  }
+
+  if (argc < 2) {
+    std::fputs(app.help().c_str(), stdout);
+    return std::nullopt;
+  }
+  try {
+    check_command(argc, argv);
+    app.parse(argc, argv);
+  } catch (const CLI::Success& wanted) {
+    app.exit(wanted);
+    return std::nullopt;
+  } catch (const CLI::ParseError& error) {
+    throw UsageError(error.what());
+  }
+  return Invocation{*common, chosen};
+}
+
+}  // namespace plexoras

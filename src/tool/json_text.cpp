@@ -1,0 +1,44 @@
+#include "tool/json_text.h"
+
+#include <nlohmann/json.hpp>
+
+namespace plexoras {
+namespace {
+
+nlohmann::json place_json(const std::string& path, std::size_t line, std::size_t column) {
+  nlohmann::json place;
+  place["file"] = path;
+  place["line"] = line;
+  place["column"] = column;
+  return place;
+}
+
+}  // namespace
+
+nlohmann::json to_json(const Diagnostic& diagnostic) {
+  nlohmann::json object = place_json(diagnostic.where.path, diagnostic.where.line, diagnostic.where.column);
+  object["severity"] = diagnostic.severity == Diagnostic::Severity::Error ? "error" : "warning";
+  object["number"] = static_cast<int>(diagnostic.number);
+  object["message"] = diagnostic.what;
+  object["section"] = diagnostic.where.section;
+  object["notes"] = nlohmann::json::array();
+  for (const Diagnostic::Note& note : diagnostic.notes) {
+    nlohmann::json entry = place_json(note.where.path, note.where.line, note.where.column);
+    entry["message"] = note.text;
+    object["notes"].push_back(std::move(entry));
+  }
+  return object;
+}
+
+nlohmann::json to_json(const PageProblem& problem) {
+  nlohmann::json object = place_json(problem.path, problem.place.line, problem.place.column);
+  object["severity"] = "error";
+  object["message"] = problem.what;
+  return object;
+}
+
+std::string json_line(const nlohmann::json& value) {
+  return value.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace) + "\n";
+}
+
+}  // namespace plexoras

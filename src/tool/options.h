@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace plexoras {
+
+// What each command was asked for: the command line as plain data.
+
+struct CommonOptions {
+  bool quiet = false;
+  bool verbose = false;
+  bool json = false;
+  bool dry_run = false;
+  std::string color = "auto";
+};
+
+struct ExpandOptions {
+  std::string file;
+  std::string section;
+  std::vector<std::string> definitions;  ///< NAME=VALUE
+  bool variables = false;
+  std::size_t nesting = 256;
+  std::size_t text_mebibytes = 64;
+};
+
+struct NewOptions {
+  std::string page;
+  std::string name;
+  std::string control = "chart";
+  std::string after;
+  std::string before;
+  std::vector<std::string> assignments;  ///< PROPERTY=VALUE
+};
+
+struct GetOptions {
+  std::string target;  ///< PAGE or PAGE#NAME
+  std::vector<std::string> properties;
+  bool changed = false;
+};
+
+struct SetOptions {
+  std::string target;
+  std::vector<std::string> assignments;
+  std::string from;  ///< a file of PROPERTY=VALUE lines, "-" for standard input
+  bool custom = false;
+};
+
+struct PublishOptions {
+  std::vector<std::string> paths;
+  std::string output;
+};
+
+}  // namespace plexoras

@@ -1,0 +1,235 @@
+// new, get and set: the commands that work on the controls of one page.
+
+#include <iostream>
+#include <iterator>
+#include <nlohmann/json.hpp>
+
+#include "authoring/control_properties.h"
+#include "host/atomic_file.h"
+#include "host/headless_platform.h"
+#include "host/text_lines.h"
+#include "tool/commands.h"
+#include "tool/json_text.h"
+#include "tool/page_target.h"
+
+namespace plexoras {
+namespace {
+
+using Assignment = std::pair<std::string, std::string>;
+
+std::string empty_page(std::string_view title) {
+  return "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n<title>" + std::string(title) +
+         "</title>\n</head>\n<body>\n</body>\n</html>\n";
+}
+
+bool exists(const std::string& path) {
+  try {
+    read_file(path);
+    return true;
+  } catch (const AutomationError& error) {
+    if (error.number() == RunTimeError::FileNotFound) return false;
+    throw;
+  }
+}
+
+// Where a new control goes.
+std::size_t insertion_place(const Page& page, const NewOptions& options) {
+  const std::string& text = options.after.empty() ? options.before : options.after;
+  if (text.empty()) return page.content_end();
+  const std::size_t at = page.bytes().find(text);
+  if (at == std::string::npos) {
+    throw AutomationError(RunTimeError::InvalidCall, page.path() + ": \"" + text + "\" is not in this page");
+  }
+  return options.after.empty() ? at : at + text.size();
+}
+
+// The new control with line breaks so that it stands on lines of its own.
+std::string with_own_lines(const Page& page, std::size_t at, std::string span) {
+  const std::string& bytes = page.bytes();
+  const std::string line_break(page.line_break());
+  if (at > 0 && bytes[at - 1] != '\n') span.insert(0, line_break);
+  if (at == bytes.size() || (bytes[at] != '\n' && bytes[at] != '\r')) span += line_break;
+  return span;
+}
+
+// The page after a change must hold the controls it should: a place inside a script, a tag or another control would
+// lose them.
+void check_controls(const Page& before, const std::string& bytes, const ControlRecord& changed) {
+  const Page after = Page::parse(before.path(), bytes);
+  const auto index = after.find(changed.name);
+  const bool is_there = index.has_value() && after.controls()[*index].record == changed;
+  if (is_there && after.controls().size() >= before.controls().size()) return;
+  throw AutomationError(RunTimeError::InvalidCall,
+                        before.path() +
+                            ": a control cannot stand at that place: it is inside a script, a style sheet, "
+                            "a tag or another control");
+}
+
+void assign(ControlProperties& properties, const std::vector<Assignment>& assignments,
+            ControlProperties::NewKeys new_keys) {
+  for (const auto& [name, value] : assignments) properties.set(name, value, new_keys);
+}
+
+std::vector<Assignment> parse_assignments(const std::vector<std::string>& texts) {
+  std::vector<Assignment> assignments;
+  for (const std::string& text : texts) assignments.push_back(parse_assignment(text));
+  return assignments;
+}
+
+// PROPERTY=VALUE lines as `get` prints them.
+std::vector<Assignment> read_assignments(const std::string& from) {
+  const std::string text = from == "-" ? std::string(std::istreambuf_iterator<char>(std::cin), {}) : read_file(from);
+  std::vector<Assignment> assignments;
+  TextLines lines(text);
+  for (std::size_t number = 1; const auto line = lines.next(); ++number) {
+    if (line->empty()) continue;
+    auto [name, value] = parse_assignment(*line);
+    const std::optional<std::string> plain = unescape_listing(value);
+    if (!plain) {
+      throw AutomationError(RunTimeError::InvalidCall,
+                            from + ":" + std::to_string(number) +
+                                ":1: error: \"\\\" must be followed by \\, r, n or t; write \\\\ for a backslash");
+    }
+    assignments.emplace_back(std::move(name), *plain);
+  }
+  return assignments;
+}
+
+void save(const Page& page, const std::string& bytes, Console& console, const std::string& done) {
+  if (console.options().dry_run) {
+    console.say(page.path() + ": would be written (" + done + ")");
+    return;
+  }
+  const bool written = write_if_changed(page.path(), bytes);
+  console.say(page.path() + ": " + (written ? done : "nothing to change"));
+}
+
+nlohmann::json properties_json(const std::vector<Assignment>& properties) {
+  nlohmann::json object = nlohmann::json::object();
+  for (const auto& [name, value] : properties) object[name] = value;
+  return object;
+}
+
+std::vector<Assignment> wanted_properties(TemplateSession& session, LiveControl& control, const GetOptions& options) {
+  const ControlProperties properties(control);
+  std::vector<Assignment> wanted;
+  if (options.changed) {
+    LiveControl fresh = LiveControl::make_new(session, control.record().identifier, *control.site().name);
+    wanted = properties.changes_from(ControlProperties(fresh));
+    if (options.properties.empty()) return wanted;
+    std::erase_if(wanted, [&](const Assignment& a) {
+      return std::find(options.properties.begin(), options.properties.end(), a.first) == options.properties.end();
+    });
+    return wanted;
+  }
+  for (const std::string& name : options.properties.empty() ? properties.names() : options.properties) {
+    wanted.emplace_back(name, properties.get(name));
+  }
+  return wanted;
+}
+
+}  // namespace
+
+int run_new(const NewOptions& options, HeadlessPlatform& host, Console& console) {
+  SilentMessageBox silent;
+  host.platform().message_box = &silent;
+  if (!is_control_name(options.name)) {
+    throw UsageError("\"" + options.name +
+                     "\" cannot name a control; use a letter, then letters, digits, \".\", \"-\", \"_\" and \":\"");
+  }
+  if (!options.after.empty() && !options.before.empty()) throw UsageError("give --after or --before, not both");
+  const std::vector<Assignment> assignments = parse_assignments(options.assignments);
+
+  const bool is_new_page = !exists(options.page);
+  const Page page = is_new_page ? Page::parse(options.page, empty_page(options.name)) : Page::read(options.page);
+  if (page.find(options.name)) {
+    throw AutomationError(RunTimeError::InvalidCall,
+                          options.page + ": there is a control \"" + options.name + "\" already; give another --name");
+  }
+  TemplateSession session(host.platform());
+  LiveControl control = LiveControl::make_new(session, options.control, options.name);
+  for (const Diagnostic& diagnostic : session.diagnostics) console.problem(to_text(diagnostic));
+  ControlProperties properties(control);
+  assign(properties, assignments, ControlProperties::NewKeys::Refuse);
+
+  const ControlRecord record = control.record();
+  const std::size_t at = insertion_place(page, options);
+  Page::Edit edit(page);
+  edit.insert(at, with_own_lines(page, at, Page::span_text(record, "", page.line_break())));
+  const std::string bytes = edit.result();
+  check_controls(page, bytes, record);
+  save(page, bytes, console, "control \"" + record.name + "\" added");
+  return exit_done;
+}
+
+int run_get(const GetOptions& options, HeadlessPlatform& host, Console& console) {
+  SilentMessageBox silent;
+  host.platform().message_box = &silent;
+  const PageTarget target = parse_page_target(options.target);
+  const Page page = Page::read(target.page);
+  TemplateSession session(host.platform());
+
+  // A page alone stands for all of its controls.
+  std::vector<std::size_t> indices;
+  if (target.name.empty() && page.controls().size() != 1 && options.properties.empty()) {
+    for (std::size_t i = 0; i < page.controls().size(); ++i) indices.push_back(i);
+  } else {
+    indices.push_back(find_control(page, target));
+  }
+
+  nlohmann::json object{{"version", json_version}, {"page", page.path()}, {"controls", nlohmann::json::array()}};
+  std::string text;
+  for (const std::size_t index : indices) {
+    LiveControl control = load_control(session, page, index);
+    const ControlRecord& record = page.controls()[index].record;
+    const std::vector<Assignment> wanted = wanted_properties(session, control, options);
+    object["controls"].push_back({{"name", record.name},
+                                  {"identifier", record.identifier},
+                                  {"line", page.controls()[index].place.line},
+                                  {"properties", properties_json(wanted)}});
+    const std::string prefix = indices.size() > 1 ? record.name + "." : "";
+    const bool is_bare = options.properties.size() == 1 && !options.changed;
+    for (const auto& [name, value] : wanted) {
+      text += is_bare ? value + "\n" : prefix + name + "=" + escape_listing(value) + "\n";
+    }
+  }
+  for (const Diagnostic& diagnostic : session.diagnostics) console.problem(to_text(diagnostic));
+  console.result(console.options().json ? json_line(object) : text);
+  return exit_done;
+}
+
+int run_set(const SetOptions& options, HeadlessPlatform& host, Console& console) {
+  SilentMessageBox silent;
+  host.platform().message_box = &silent;
+  std::vector<Assignment> assignments;
+  if (!options.from.empty()) assignments = read_assignments(options.from);
+  for (Assignment& assignment : parse_assignments(options.assignments)) assignments.push_back(std::move(assignment));
+  if (assignments.empty()) throw UsageError("nothing to set; write PROPERTY=VALUE or --from FILE");
+
+  const PageTarget target = parse_page_target(options.target);
+  const Page page = Page::read(target.page);
+  const std::size_t index = find_control(page, target);
+  TemplateSession session(host.platform());
+  LiveControl control = load_control(session, page, index);
+  for (const Diagnostic& diagnostic : session.diagnostics) console.problem(to_text(diagnostic));
+  ControlProperties properties(control);
+  try {
+    assign(properties, assignments,
+           options.custom ? ControlProperties::NewKeys::Accept : ControlProperties::NewKeys::Refuse);
+  } catch (const AutomationError& error) {
+    throw AutomationError(error.number(), options.target + ": " + error.description());
+  }
+
+  Page::Edit edit(page);
+  const ControlRecord record = control.record();
+  edit.replace_record(index, record);
+  const std::string bytes = edit.result();
+  check_controls(page, bytes, record);
+  const std::size_t count = assignments.size();
+  save(
+      page, bytes, console,
+      "control \"" + record.name + "\": " + std::to_string(count) + (count == 1 ? " property set" : " properties set"));
+  return exit_done;
+}
+
+}  // namespace plexoras

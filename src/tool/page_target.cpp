@@ -1,0 +1,55 @@
+#include "tool/page_target.h"
+
+#include "authoring/suggestion.h"
+#include "tool/console.h"
+
+namespace plexoras {
+
+PageTarget parse_page_target(std::string_view text) {
+  const std::size_t hash = text.rfind('#');
+  if (hash == std::string_view::npos) return {std::string(text), {}};
+  return {std::string(text.substr(0, hash)), std::string(text.substr(hash + 1))};
+}
+
+std::size_t find_control(const Page& page, const PageTarget& target) {
+  const std::size_t count = page.controls().size();
+  if (count == 0) {
+    throw AutomationError(
+        RunTimeError::InvalidCall,
+        page.path() + ": there is no control on this page; add one with: plexoras new " + page.path() + " --name NAME");
+  }
+  if (target.name.empty() && count == 1) return 0;
+  if (const auto index = page.find(target.name)) return *index;
+
+  std::vector<std::string> names;
+  std::string listed;
+  for (const Page::Control& control : page.controls()) {
+    names.push_back(control.record.name);
+    listed += (listed.empty() ? "" : ", ") + control.record.name;
+  }
+  if (target.name.empty()) {
+    throw AutomationError(RunTimeError::InvalidCall,
+                          page.path() + ": which control? Write " + page.path() + "#NAME; here are: " + listed);
+  }
+  throw AutomationError(RunTimeError::InvalidCall, page.path() + ": there is no control \"" + target.name + "\"" +
+                                                       did_you_mean(target.name, names) + " Here are: " + listed);
+}
+
+LiveControl load_control(TemplateSession& session, const Page& page, std::size_t index) {
+  const Page::Control& control = page.controls()[index];
+  try {
+    return LiveControl(session, control.record);
+  } catch (const AutomationError& error) {
+    throw PageError({{page.path(), control.place, "control \"" + control.record.name + "\": " + error.description()}});
+  }
+}
+
+std::pair<std::string, std::string> parse_assignment(std::string_view text) {
+  const std::size_t equals = text.find('=');
+  if (equals == std::string_view::npos || equals == 0) {
+    throw UsageError("\"" + std::string(text) + "\" sets nothing; write PROPERTY=VALUE");
+  }
+  return {std::string(text.substr(0, equals)), std::string(text.substr(equals + 1))};
+}
+
+}  // namespace plexoras

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "authoring/live_control.h"
+#include "authoring/page.h"
+
+namespace plexoras {
+
+/// "PAGE#NAME" taken apart at its last "#"; the name is empty where there is none.
+struct PageTarget {
+  std::string page;
+  std::string name;
+};
+PageTarget parse_page_target(std::string_view text);
+
+/// The index of the control that `target` names, or of the only one when it names none. Error 5 with what there is
+/// instead.
+std::size_t find_control(const Page& page, const PageTarget& target);
+
+/// Loads a control of `page`. What is wrong with its saved state is a `PageError` at its place.
+LiveControl load_control(TemplateSession& session, const Page& page, std::size_t index);
+
+/// "PROPERTY=VALUE" taken apart at its first "=".
+std::pair<std::string, std::string> parse_assignment(std::string_view text);
+
+}  // namespace plexoras

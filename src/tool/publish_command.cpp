@@ -1,0 +1,87 @@
+#include <nlohmann/json.hpp>
+
+#include "authoring/publisher.h"
+#include "host/headless_platform.h"
+#include "tool/commands.h"
+#include "tool/json_text.h"
+
+namespace plexoras {
+namespace {
+
+struct Totals {
+  std::size_t pages = 0;
+  std::size_t controls = 0;
+  std::size_t written = 0;
+  std::size_t copied = 0;
+  std::size_t unchanged = 0;
+  std::size_t failed = 0;
+
+  void add(const SiteFile& file, const PublishedFile& result) {
+    const bool has_controls = result.controls > 0 || !result.problems.empty();
+    pages += file.is_page && has_controls ? 1 : 0;
+    controls += result.controls;
+    switch (result.outcome) {
+      case PublishedFile::Outcome::Written:
+        ++(has_controls ? written : copied);
+        break;
+      case PublishedFile::Outcome::Copied:
+        ++copied;
+        break;
+      case PublishedFile::Outcome::Unchanged:
+        ++unchanged;
+        break;
+      case PublishedFile::Outcome::Failed:
+        ++failed;
+        break;
+    }
+  }
+
+  std::string sentence() const {
+    const auto count = [](std::size_t n, const char* one, const char* more) {
+      return std::to_string(n) + " " + (n == 1 ? one : more);
+    };
+    std::string text = count(controls, "control", "controls") + " on " + count(pages, "page", "pages") + ": " +
+                       std::to_string(written) + " written, " + std::to_string(unchanged) + " unchanged";
+    if (copied > 0) text += ", " + count(copied, "other file", "other files") + " copied";
+    return text + ", " + std::to_string(failed) + " failed";
+  }
+};
+
+constexpr const char* outcome_words[] = {"written", "unchanged", "copied", "failed"};
+
+void report(const PublishedFile& result, Console& console) {
+  const char* const outcome = outcome_words[static_cast<std::size_t>(result.outcome)];
+  if (console.options().json) {
+    nlohmann::json object{{"version", json_version},     {"source", result.source},
+                          {"target", result.target},     {"outcome", outcome},
+                          {"controls", result.controls}, {"problems", nlohmann::json::array()}};
+    for (const PageProblem& problem : result.problems) object["problems"].push_back(to_json(problem));
+    console.result(json_line(object));
+    return;
+  }
+  for (const PageProblem& problem : result.problems) console.problem(to_text(problem) + "\n");
+  console.problem(result.details);
+  console.detail(result.target + ": " + outcome);
+}
+
+}  // namespace
+
+int run_publish(const PublishOptions& options, HeadlessPlatform& host, Console& console) {
+  SilentMessageBox silent;  // what the templates have to say is told with the page it concerns
+  host.platform().message_box = &silent;
+  TemplateSession session(host.platform());
+  Publisher publisher(session, console.options().dry_run ? Publisher::Writing::DryRun : Publisher::Writing::Write);
+  Totals totals;
+  defer_interrupts();
+  for (const SiteFile& file : site_files(options.paths, options.output)) {
+    if (interrupted()) return exit_interrupted;
+    const PublishedFile result =
+        file.is_page ? publisher.publish_page(file.source, file.target) : publisher.copy_file(file.source, file.target);
+    totals.add(file, result);
+    report(result, console);
+  }
+  console.say(totals.sentence());
+  return totals.failed > 0 ? exit_failed : exit_done;
+}
+
+}  // namespace plexoras
