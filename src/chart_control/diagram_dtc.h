@@ -70,7 +70,7 @@ public:
   /// The text that takes the control's place in the page, behind a comment that says how far it got. A failure turns
   /// into text: the comment as it stands, unclosed, and the error.
   std::string GetRuntimeText() override;
-  /// `GetRuntimeText`; the empty text if it should fail all the same.
+  /// `GetRuntimeText`; the empty text in place of a failure.
   std::string GetRuntimeTextOnErrorResume();
   /// `GetRuntimeText` with failures raised.
   std::string GetRuntimeTextOnErrorReport() override;

@@ -3,6 +3,14 @@
 #include "chart_control/diagram_dtc.h"
 
 namespace plexoras {
+namespace {
+
+std::string error_text(const AutomationError& error) {
+  return "; Error(" + std::to_string(static_cast<int>(error.number())) + "):" + error.description() +
+         "\r\nSource: " + error.source();
+}
+
+}  // namespace
 
 std::string DiagramDTC::GetRuntimeText() {
   std::string progress;
@@ -10,14 +18,16 @@ std::string DiagramDTC::GetRuntimeText() {
     std::string text = build_text(Output::Commented, progress);
     return progress + text;
   } catch (const AutomationError& error) {
-    return progress + "; Error(" + std::to_string(static_cast<int>(error.number())) + "):" + error.description() +
-           "\r\nSource: " + error.source();
+    return progress + error_text(error);
+  } catch (const std::exception& error) {
+    // A chart component of an embedder's own may raise anything.
+    return progress + error_text(AutomationError(RunTimeError::InvalidCall, error.what()));
   }
 }
 
 std::string DiagramDTC::GetRuntimeTextOnErrorResume() {
   std::string text;
-  ignoring_errors([&] { text = GetRuntimeText(); });
+  ignoring_errors([&] { text = GetRuntimeTextOnErrorReport(); });
   return text;
 }
 

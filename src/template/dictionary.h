@@ -36,6 +36,8 @@ public:
   /// Replaces the value in a used slot; an unused slot has none to replace and stays unused.
   void putAtIndex(std::int32_t index, std::string_view value);
 
+  /// The slot of `key`, -1 when it is not stored.
+  std::int32_t slot_of(std::string_view key) const;
   /// Whether `key` is stored; with `EmptyValues::Drop` a key whose value is empty does not count.
   bool includes(std::string_view key, EmptyValues empty = EmptyValues::Drop) const;
   const std::string& atGet(std::string_view key) const;
@@ -74,8 +76,10 @@ private:
   Entry* slot(std::int32_t index);
 
   std::vector<Entry> entries_;
-  // A digest of each slot's key: the search compares these, many at a time, before it looks at a key.
-  std::array<std::uint32_t, capacity> digests_ = {};
+  // A digest of each slot's key: the search compares these, a block of 16 at a time, before it looks at a key. There
+  // are whole blocks of them.
+  static constexpr std::size_t digest_slots = 144;
+  std::array<std::uint32_t, digest_slots> digests_ = {};
 };
 
 /// Replaces characters 2, 3 and 4 by the words that a text bag holds for them, and back.

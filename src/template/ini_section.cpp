@@ -29,15 +29,13 @@ void IniSection::AppendSection(std::string_view section) {
     raw_ = added;
     return;
   }
-  if (raw_.text.data() != joined_.data()) {
-    joined_ = raw_.text;
-    if (raw_.marks != nullptr) joined_marks_ = *raw_.marks;
-  }
-  if (added.marks != nullptr) {
-    for (LineMark mark : *added.marks) {
-      mark.offset += joined_.size();
-      joined_marks_.push_back(mark);
-    }
+  if (raw_.text.data() != joined_.data()) joined_ = raw_.text;
+  // Text that comes from no file needs a mark too, or it would count as what stands beside it.
+  static const std::vector<LineMark> from_no_file = {{0, {}, {}, 1}};
+  if (joined_marks_.empty()) joined_marks_ = raw_.marks != nullptr ? *raw_.marks : from_no_file;
+  for (LineMark mark : added.marks != nullptr ? *added.marks : from_no_file) {
+    mark.offset += joined_.size();
+    joined_marks_.push_back(mark);
   }
   joined_ += added.text;
   raw_ = {joined_, &joined_marks_};

@@ -42,6 +42,11 @@ std::size_t end_of_last_line(std::string_view text) {
   return last == npos ? 0 : last + line_break.size();
 }
 
+std::string_view line_at(std::string_view text, std::size_t start) {
+  return text.substr(start, text.find(line_break, start) - start);
+}
+
+// Where the line that starts at `offset` stands; its column is that of its first character that is not blank.
 SourceLocation location_in(std::string_view text, const std::vector<LineMark>* marks, std::size_t offset) {
   SourceLocation location;
   LineMark nearest{0, {}, {}, 1};
@@ -56,12 +61,9 @@ SourceLocation location_in(std::string_view text, const std::vector<LineMark>* m
   for (std::size_t at = nearest.offset; (at = text.find(line_break, at)) < offset; at += line_break.size()) {
     ++location.line;
   }
-  location.column = 1;
+  const std::size_t indent = line_at(text, offset).find_first_not_of(" \t");
+  location.column = indent == npos ? 1 : indent + 1;
   return location;
-}
-
-std::string_view line_at(std::string_view text, std::size_t start) {
-  return text.substr(start, text.find(line_break, start) - start);
 }
 
 }  // namespace
@@ -83,6 +85,13 @@ InputStack::Input& InputStack::push() {
   Input& input = inputs_[used_++];
   input.finished_calls.clear();
   return input;
+}
+
+void InputStack::pass_plain_line(std::string_view line) {
+  Piece& piece = pieces_[piece_count_++ % pieces_.size()];
+  piece.several = false;
+  piece.copy.assign(line).append(line_break);
+  piece.text = piece.copy;
 }
 
 void InputStack::push_section(SourceText text) {
@@ -219,9 +228,6 @@ SourceLocation InputStack::location(const char* at) const {
     return inputs_[index].finished_calls.back().where;
   }
   SourceLocation location = location_in(input->text, input->marks, input->line_start);
-  const std::string_view raw = line_at(input->text, input->line_start);
-  const std::size_t indent = raw.find_first_not_of(" \t");
-  location.column = indent == npos ? 1 : indent + 1;
   if (at == nullptr || input != &inputs_[line_input_]) return location;
 
   const auto logical = static_cast<std::size_t>(at - line_.data());

@@ -35,6 +35,8 @@ public:
   /// for itself, line breaks included. May be empty when there is such text. Reads it.
   std::string_view take_plain_lines();
 
+  /// Takes `line`, which has no line break, as read: for a line that a macro made and that stands for itself.
+  void pass_plain_line(std::string_view line);
   /// Pushes a section, which must live as long as this object.
   void push_section(SourceText text);
   /// Pushes a line that the call on the line `call` made; both are copied.

@@ -1,5 +1,6 @@
 #include "template/preprocessor.h"
 
+#include <algorithm>
 #include <new>
 
 #include "template/ini_section.h"
@@ -33,6 +34,12 @@ std::string_view without_quotes(std::string_view value) {
 std::string_view left_trimmed(std::string_view line) {
   const std::size_t first = line.find_first_not_of(' ');
   return first == std::string_view::npos ? std::string_view() : line.substr(first);
+}
+
+// Whether a line comes out as it stands: no directive, reference or TAB, not continued, and one line.
+bool is_plain_line(std::string_view line) {
+  if (left_trimmed(line).starts_with('#') || line.ends_with('\\')) return false;
+  return std::none_of(line.begin(), line.end(), [](char c) { return c == '(' || c == '\t' || c == '\r'; });
 }
 
 std::string what_failed(RunTimeError number, const std::string& description, const ExpansionLimits& limits) {
@@ -69,7 +76,12 @@ bool Preprocessor::run(SourceText source, std::string& output) {
   };
   outer_ = session_.active_;
   const Activation activation{session_, outer_};
-  if (outer_ == nullptr) session_.open_request(source.text.size(), variables_);
+  // A bracketed reference that is expanded outside a run belongs to the request which that expansion opened.
+  if (outer_ == nullptr && session_.depth_ == 0) {
+    session_.open_request(source.text.size(), variables_);
+  } else {
+    session_.allow_for_files_read();
+  }
   session_.active_ = this;
 
   InputStack input(source);
@@ -102,7 +114,7 @@ void Preprocessor::process() {
     const std::string_view line = input_->line();
     const std::string_view left = left_trimmed(line);
     const bool is_directive = left.starts_with('#');
-    last_was_plain = !is_directive;
+    last_was_plain = !is_directive && line.find('(') == std::string_view::npos;
     references_.begin_line(line);
     if (skipping()) {
       if (is_directive) skip_line(left);
@@ -133,6 +145,12 @@ void Preprocessor::skip_line(std::string_view line) {
 }
 
 void Preprocessor::handle_line(std::string_view line) {
+  // No keyword begins with another letter than these.
+  constexpr std::string_view first_letters = "HIDMUE";
+  if (line.size() < 2 || first_letters.find(line[1]) == std::string_view::npos) {
+    stop_for_step();
+    return call(line);
+  }
   for (const Directive& directive : directives) {
     if (line.starts_with(directive.keyword)) return (this->*directive.handle)(line.substr(directive.keyword.size()));
   }
@@ -151,6 +169,11 @@ void Preprocessor::call(std::string_view line) {
   references_.call_macro(line.substr(1), expansion_);
   if (expansion_.empty()) return;
   session_.charge(expansion_.size());
+  if (!step_mode_ && is_plain_line(expansion_)) {
+    input_->pass_plain_line(expansion_);
+    output_->append(expansion_).append(line_break);
+    return;
+  }
   check_depth();
   input_->push_expansion(expansion_, line);
 }
@@ -171,10 +194,9 @@ void Preprocessor::include(std::string_view rest) {
   const std::string_view section = from.before;
   const std::string_view file = from.found ? from.after : std::string_view(file_name_);
   bool missing = false;
-  const std::size_t read_before = session_.files.bytes_read();
   const SourceText text = session_.files.section(file, section, &missing);
   if (missing) session_.warn_of_missing_file(file, described());
-  session_.allowed_ += 16 * (session_.files.bytes_read() - read_before);
+  session_.allow_for_files_read();
   session_.charge(text.text.size());
   if (text.text.empty()) return;
   check_depth();
@@ -290,7 +312,7 @@ Diagnostic Preprocessor::described() const {
   }
   for (Diagnostic::Note& note : input_->notes()) diagnostic.notes.push_back(std::move(note));
   for (const Preprocessor* run = outer_; run != nullptr; run = run->outer_) {
-    diagnostic.notes.push_back({run->input_->location(nullptr), "in a bracketed reference"});
+    diagnostic.notes.push_back({run->input_->location(run->references_.position_), "in a bracketed reference"});
     for (Diagnostic::Note& note : run->input_->notes()) diagnostic.notes.push_back(std::move(note));
   }
   return diagnostic;

@@ -67,6 +67,31 @@ void append_url_encoded(std::string_view text, std::string& out) {
   }
 }
 
+// A variable that a macro call binds and gives its earlier value back, an absent one the empty text. It is looked up
+// once: while a call is expanded nothing is removed from the variables.
+class Binding {
+public:
+  Binding(Dictionary& variables, std::string_view name)
+      : variables_(variables), name_(name), slot_(variables.slot_of(name)) {
+    if (slot_ >= 0) outer_ = variables.valueAtIndex(slot_);
+  }
+
+  void set(std::string_view value) {
+    if (slot_ >= 0) {
+      variables_.putAtIndex(slot_, value);
+    } else {
+      variables_.atPut(name_, value);
+    }
+  }
+  void restore() { set(outer_); }
+
+private:
+  Dictionary& variables_;
+  std::string_view name_;
+  std::int32_t slot_;
+  std::string outer_;
+};
+
 // The argument of "%INC" and "%DEC": an optional sign and decimal digits.
 std::int64_t integer_argument(std::string_view name, std::string_view argument) {
   std::string_view digits = argument;
@@ -152,7 +177,8 @@ std::string References::ExpandReferences(std::string_view text) {
   const std::size_t first = next_reference(text, 0);
   if (first == npos) return std::string(text);
   std::string out;
-  expand(text, first, out);
+  expand_once(text, first, out);
+  settle(text, out);
   return out;
 }
 
@@ -184,16 +210,22 @@ void References::substitute(std::string_view text, std::string& out) {
     return;
   }
   const TemplateSession::Level level(session_);
+  const std::size_t begin = out.size();
+  expand_once(text, first, out);
+  // Most lines have settled by now, and hold no escape.
+  if (next_reference(std::string_view(out).substr(begin), 0) == npos) return;
   TemplateSession::Scratch expanded(session_);
-  expand(text, first, expanded.text);
+  expanded.text.assign(out, begin);
+  out.resize(begin);
+  settle(text, expanded.text);
   append_unescaped(expanded.text, out);
 }
 
-// Passes over the text until one changes nothing. A pass over text without an unescaped reference would change
-// nothing, so it is not made.
-void References::expand(std::string_view text, std::size_t first, std::string& out) {
-  expand_once(text, first, out);
+// Goes on from `text`, of which `out` is the first expansion: passes until one changes nothing. A pass over text
+// without an unescaped reference would change nothing, so it is not made.
+void References::settle(std::string_view text, std::string& out) {
   if (out == text) return;
+  std::size_t first = 0;
   for (std::size_t passes = 1; (first = next_unescaped_reference(out, 0)) != npos; ++passes) {
     if (passes >= session_.limits.nesting) session_.run_out(RunTimeError::OutOfStackSpace);
     if (passes > 2) session_.charge(out.size());
@@ -315,23 +347,21 @@ void References::call_macro(std::string_view call, std::string& out) {
   if (name.starts_with('?') && isAbsent(argument)) return;
 
   const TemplateSession::Level level(session_);
-  TemplateSession::Scratch outer_name(session_);
-  TemplateSession::Scratch outer_value(session_);
-  outer_name.text = variables_.atGet("_NAME");
-  outer_value.text = variables_.atGet("_VALUE");
-  calls_.push_back(std::string(name));
+  calls_.emplace_back(name);
+  Binding bound_name(variables_, "_NAME");
+  Binding bound_value(variables_, "_VALUE");
+  TemplateSession::Scratch text(session_);
 
-  variables_.atPut("_NAME", argument);
-  TemplateSession::Scratch value(session_);
-  evaluate(argument, value.text);
-  variables_.atPut("_VALUE", value.text);
+  bound_name.set(argument);
+  evaluate(argument, text.text);
+  bound_value.set(text.text);
 
-  TemplateSession::Scratch body(session_);
-  evaluate(name, body.text);
-  substitute(body.text, out);
+  text.text.clear();
+  evaluate(name, text.text);
+  substitute(text.text, out);
 
-  variables_.atPut("_NAME", outer_name.text);
-  variables_.atPut("_VALUE", outer_value.text);
+  bound_name.restore();
+  bound_value.restore();
   calls_.pop_back();
 }
 

@@ -70,7 +70,7 @@ private:
 
   // Each of these appends its result to `out`, which must not be where its argument stands.
   void substitute(std::string_view text, std::string& out);
-  void expand(std::string_view text, std::size_t first, std::string& out);
+  void settle(std::string_view text, std::string& out);
   void expand_once(std::string_view text, std::size_t first, std::string& out);
   void evaluate(std::string_view reference, std::string& out);
   void find(std::string_view name, std::string& out);

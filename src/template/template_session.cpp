@@ -1,6 +1,12 @@
 #include "template/template_session.h"
 
 namespace plexoras {
+namespace {
+
+// How often over a request may expand what it was given.
+constexpr std::size_t given_times_allowed = 16;
+
+}  // namespace
 
 TemplateSession::Scratch::Scratch(TemplateSession& session) : session_(session) {
   if (session.spare_.empty()) return;
@@ -15,12 +21,19 @@ TemplateSession::Level::Level(TemplateSession& session) : session_(session) {
 }
 
 void TemplateSession::open_request(std::size_t text_bytes, const Dictionary& variables) {
-  std::size_t given = text_bytes + files.bytes_read();
+  std::size_t given = text_bytes;
   for (std::int32_t i = 0; i < variables.Count(); ++i) given += variables.valueAtIndex(i).size();
   used_ = 0;
-  allowed_ = limits.text_bytes + 16 * given;
+  allowed_ = limits.text_bytes + given_times_allowed * given;
+  files_allowed_for_ = 0;
+  allow_for_files_read();
   exhausted_ = false;
   told_ = false;
+}
+
+void TemplateSession::allow_for_files_read() {
+  allowed_ += given_times_allowed * (files.bytes_read() - files_allowed_for_);
+  files_allowed_for_ = files.bytes_read();
 }
 
 void TemplateSession::warn_of_missing_file(std::string_view name, Diagnostic where) {

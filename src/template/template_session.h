@@ -76,6 +76,8 @@ private:
 
   // Begins a request whose outermost text has `text_bytes` bytes.
   void open_request(std::size_t text_bytes, const Dictionary& variables);
+  // Lets the request have its share for template files that were read since it began.
+  void allow_for_files_read();
   // Counts one expansion that produced `bytes`; error 14 when the request has used up its share.
   void charge(std::size_t bytes) {
     used_ += bytes + expansion_cost;
@@ -91,8 +93,9 @@ private:
   std::size_t depth_ = 0;
   std::size_t used_ = 0;
   std::size_t allowed_ = 0;
-  bool exhausted_ = false;  // the request has run out: every run of it ends
-  bool told_ = false;       // and the author has been told
+  std::size_t files_allowed_for_ = 0;  // bytes
+  bool exhausted_ = false;             // the request has run out: every run of it ends
+  bool told_ = false;                  // and the author has been told
 };
 
 }  // namespace plexoras
