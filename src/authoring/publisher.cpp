@@ -14,12 +14,12 @@ std::string make_text(TemplateSession& session, const ControlRecord& record, std
   const std::size_t told_before = session.diagnostics.size();
   const auto collect = [&] {
     for (std::size_t i = told_before; i < session.diagnostics.size(); ++i) details += to_text(session.diagnostics[i]);
+    return session.diagnostics.size() > told_before;
   };
   try {
     LiveControl control(session, record);
     std::string text = control.control().GetRuntimeTextOnErrorReport();
-    collect();
-    if (details.empty()) return text;
+    if (!collect()) return text;
   } catch (const AutomationError&) {
     collect();
     throw;
@@ -58,8 +58,9 @@ PublishedFile Publisher::publish_page(const std::string& source, const std::stri
             {source, control.place, "control \"" + control.record.name + "\": " + error.description()});
       }
     }
+    using Outcome = PublishedFile::Outcome;
     const bool written = write(target, edit.result());
-    result.outcome = written ? PublishedFile::Outcome::Written : PublishedFile::Outcome::Unchanged;
+    result.outcome = !written ? Outcome::Unchanged : page.controls().empty() ? Outcome::Copied : Outcome::Written;
   } catch (const PageError& error) {
     result.problems = error.problems();
   } catch (const AutomationError& error) {

@@ -62,7 +62,8 @@ struct SiteFile {
 /// left out; else a file goes into `output`, and what is in a folder goes to the same place below `output`.
 ///
 /// The output folder itself and the folders of version control systems are passed over. Raises error 53 for a path
-/// that does not exist, 75 for one that cannot be listed, and 5 when two files would go to one place.
+/// that does not exist, 75 for one that cannot be listed or an output that is a file, and 5 when two files would go to
+/// one place.
 std::vector<SiteFile> site_files(const std::vector<std::string>& paths, const std::string& output);
 
 }  // namespace plexoras

@@ -65,6 +65,9 @@ std::vector<SiteFile> site_files(const std::vector<std::string>& paths, const st
     files.push_back({source.string(), target, page});
   };
   try {
+    if (!output.empty() && fs::exists(output) && !fs::is_directory(output)) {
+      throw AutomationError(RunTimeError::PathFileAccess, output + ": this is a file; name a folder to write into");
+    }
     for (const std::string& path : paths) {
       if (fs::is_directory(path)) {
         for (const fs::path& file : files_below(path, output)) add(file, file.lexically_relative(path), is_page(file));

@@ -18,9 +18,8 @@ std::uint64_t ends_of(std::string_view key) {
   return head * 0x9E3779B97F4A7C15ULL ^ tail * 0xC2B2AE3D27D4EB4FULL;
 }
 
-// Tells most keys apart by their length and both ends alone; equal digests are settled by the keys.
-std::uint32_t digest_of(std::string_view key) {
-  if (key.empty()) return 0;  // its data may be null
+// Where in the index the search for a key begins: its length and both ends tell most keys apart.
+std::size_t bucket_of(std::string_view key) {
   std::uint64_t mixed = 0;
   if (key.size() >= 8) {
     mixed = ends_of<std::uint64_t>(key);
@@ -31,23 +30,8 @@ std::uint32_t digest_of(std::string_view key) {
   } else if (!key.empty()) {
     mixed = static_cast<unsigned char>(key.front());
   }
-  mixed ^= key.size() * 0x165667B19E3779F9ULL;
-  return static_cast<std::uint32_t>(mixed >> 32) ^ static_cast<std::uint32_t>(mixed);
-}
-
-// Whether one of a block of digests is `wanted`. The vector type, which both compilers know on every processor,
-// compares four at once.
-constexpr std::size_t digest_block = 16;
-bool block_holds(const std::uint32_t* digests, std::uint32_t wanted) {
-  using Digests [[gnu::vector_size(16)]] = std::uint32_t;
-  using Words [[gnu::vector_size(16)]] = std::uint64_t;
-  Words equal = {};
-  for (std::size_t i = 0; i < digest_block; i += sizeof(Digests) / sizeof(std::uint32_t)) {
-    Digests some;
-    std::memcpy(&some, digests + i, sizeof some);
-    equal |= reinterpret_cast<Words>(some == wanted);
-  }
-  return (equal[0] | equal[1]) != 0;
+  mixed = (mixed ^ key.size()) * 0x9E3779B97F4A7C15ULL;
+  return mixed >> 56;
 }
 
 [[noreturn]] void bad_subscript(std::string what) {
@@ -68,15 +52,18 @@ constexpr Separator separators[] = {{"\x02", "<row>"}, {"\x03", "<col>"}, {"\x04
 }  // namespace
 
 std::size_t Dictionary::find(std::string_view key) const {
-  const std::uint32_t wanted = digest_of(key);
-  const std::size_t count = entries_.size();
-  for (std::size_t start = 0; start < count; start += digest_block) {
-    if (!block_holds(digests_.data() + start, wanted)) continue;
-    for (std::size_t i = start; i < start + digest_block && i < count; ++i) {
-      if (digests_[i] == wanted && entries_[i].key == key) return i;
-    }
+  for (std::size_t bucket = bucket_of(key); index_[bucket] != 0; bucket = (bucket + 1) % index_.size()) {
+    const std::size_t slot = index_[bucket] - std::size_t{1};
+    if (entries_[slot].key == key) return slot;
   }
   return npos;
+}
+
+// Enters the last slot into the index.
+void Dictionary::index_last() {
+  std::size_t bucket = bucket_of(entries_.back().key);
+  while (index_[bucket] != 0) bucket = (bucket + 1) % index_.size();
+  index_[bucket] = static_cast<std::uint8_t>(entries_.size());
 }
 
 Dictionary::Entry* Dictionary::slot(std::int32_t index) {
@@ -121,8 +108,8 @@ void Dictionary::atPut(std::string_view key, std::string_view value, EmptyValues
   }
   if (value.empty() && empty == EmptyValues::Drop) return;
   if (Count() == capacity) bad_subscript("\"" + std::string(key) + "\" is one entry too many; there is room for 129");
-  digests_[entries_.size()] = digest_of(key);
   entries_.push_back({std::string(key), std::string(value)});
+  index_last();
 }
 
 void Dictionary::removeKey(std::string_view key) {
@@ -132,8 +119,14 @@ void Dictionary::removeKey(std::string_view key) {
 
 void Dictionary::removeAtIndex(std::int32_t index) {
   if (slot(index) == nullptr) return;
-  entries_.erase(entries_.begin() + index);
-  for (std::size_t i = static_cast<std::size_t>(index); i < entries_.size(); ++i) digests_[i] = digests_[i + 1];
+  std::vector<Entry> kept = std::move(entries_);
+  kept.erase(kept.begin() + index);
+  entries_.clear();
+  index_ = {};
+  for (Entry& entry : kept) {
+    entries_.push_back(std::move(entry));
+    index_last();
+  }
 }
 
 StringList Dictionary::GetKeys() const {
@@ -150,10 +143,10 @@ void Dictionary::put_all(const Dictionary& other) {
   }
   // An empty store has nothing to search.
   entries_.reserve(other.entries_.size() + 8);
-  for (std::size_t i = 0; i < other.entries_.size(); ++i) {
-    if (other.entries_[i].value.empty()) continue;
-    digests_[entries_.size()] = other.digests_[i];
-    entries_.push_back(other.entries_[i]);
+  for (const Entry& entry : other.entries_) {
+    if (entry.value.empty()) continue;
+    entries_.push_back(entry);
+    index_last();
   }
 }
 

@@ -73,13 +73,12 @@ private:
   };
 
   std::size_t find(std::string_view key) const;
+  void index_last();
   Entry* slot(std::int32_t index);
 
   std::vector<Entry> entries_;
-  // A digest of each slot's key: the search compares these, a block of 16 at a time, before it looks at a key. There
-  // are whole blocks of them.
-  static constexpr std::size_t digest_slots = 144;
-  std::array<std::uint32_t, digest_slots> digests_ = {};
+  // Slots plus one by their keys, for a search that meets its key at once; 0 is no slot. Never more than half full.
+  std::array<std::uint8_t, 256> index_ = {};
 };
 
 /// Replaces characters 2, 3 and 4 by the words that a text bag holds for them, and back.

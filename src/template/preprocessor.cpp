@@ -114,15 +114,16 @@ void Preprocessor::process() {
     const std::string_view line = input_->line();
     const std::string_view left = left_trimmed(line);
     const bool is_directive = left.starts_with('#');
-    last_was_plain = !is_directive && line.find('(') == std::string_view::npos;
+    last_was_plain = false;
     references_.begin_line(line);
     if (skipping()) {
       if (is_directive) skip_line(left);
+      last_was_plain = true;
     } else if (is_directive) {
       handle_line(left);
     } else {
       stop_for_step();
-      emit(line);
+      last_was_plain = emit(line);
     }
   }
 }
@@ -158,9 +159,11 @@ void Preprocessor::handle_line(std::string_view line) {
   call(line);
 }
 
-void Preprocessor::emit(std::string_view line) {
-  references_.substitute(line, *output_);
+// Whether the line held no reference.
+bool Preprocessor::emit(std::string_view line) {
+  const bool is_plain = !references_.substitute(line, *output_);
   output_->append(line_break);
+  return is_plain;
 }
 
 // Kept: an unknown name expands to the call itself, so that its "#" alone is lost.

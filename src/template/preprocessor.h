@@ -47,7 +47,7 @@ private:
   void process();
   void skip_line(std::string_view line);
   void handle_line(std::string_view line);
-  void emit(std::string_view line);
+  bool emit(std::string_view line);
   void call(std::string_view line);
 
   void halt(std::string_view rest);

@@ -203,22 +203,23 @@ std::string References::CallMacro(std::string_view call) {
   return out;
 }
 
-void References::substitute(std::string_view text, std::string& out) {
+bool References::substitute(std::string_view text, std::string& out) {
   const std::size_t first = next_reference(text, 0);
   if (first == npos) {
     out += text;
-    return;
+    return false;
   }
   const TemplateSession::Level level(session_);
   const std::size_t begin = out.size();
   expand_once(text, first, out);
   // Most lines have settled by now, and hold no escape.
-  if (next_reference(std::string_view(out).substr(begin), 0) == npos) return;
+  if (next_reference(std::string_view(out).substr(begin), 0) == npos) return true;
   TemplateSession::Scratch expanded(session_);
   expanded.text.assign(out, begin);
   out.resize(begin);
   settle(text, expanded.text);
   append_unescaped(expanded.text, out);
+  return true;
 }
 
 // Goes on from `text`, of which `out` is the first expansion: passes until one changes nothing. A pass over text

@@ -68,8 +68,9 @@ private:
   void open_request(std::string_view text);
   void note_position(const char* at);
 
-  // Each of these appends its result to `out`, which must not be where its argument stands.
-  void substitute(std::string_view text, std::string& out);
+  // Each of these appends its result to `out`, which must not be where its argument stands. `substitute` answers
+  // whether there was a reference, escaped or not.
+  bool substitute(std::string_view text, std::string& out);
   void settle(std::string_view text, std::string& out);
   void expand_once(std::string_view text, std::size_t first, std::string& out);
   void evaluate(std::string_view reference, std::string& out);
