@@ -154,7 +154,9 @@ std::string ControlProperties::get(std::string_view name) const {
 
 void ControlProperties::set(std::string_view name, std::string_view value, NewKeys new_keys) {
   if (const PlaceProperty* place = find_place_property(name)) {
-    return place->set(control_.site(), typed_value(name, value, place->type));
+    place->set(control_.site(), typed_value(name, value, place->type));
+    control_.control().appletId();  // takes a new name into the saved state
+    return;
   }
   DesignTimeControl& control = control_.control();
   if (const ObjectRef chart = control_.component()) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <map>
+#include <set>
 
 #include "host/atomic_file.h"
 #include "host/automation.h"
@@ -77,10 +78,12 @@ private:
       return false;
     }
     at_ = value_end + 1;
-    if (in_first_line) {
-      read_attribute(*key, *value, key_begin);
-    } else if (!keys_.emplace(*key, key_begin).second) {
+    // The attributes of the first line are not the keys of the others: a custom property may be called "name".
+    std::set<std::string>& seen = in_first_line ? attributes_ : keys_;
+    if (!seen.insert(*key).second) {
       problem(key_begin, "\"" + *key + "\" stands here a second time; keep one of the two");
+    } else if (in_first_line) {
+      read_attribute(*key, *value, key_begin);
     } else {
       record_.state.emplace_back(*key, *value);
     }
@@ -112,7 +115,8 @@ private:
   std::size_t end_;
   std::vector<SpanProblem>& problems_;
   ControlRecord record_;
-  std::map<std::string, std::size_t> keys_;
+  std::set<std::string> attributes_;
+  std::set<std::string> keys_;
 };
 
 // A key as it stands before its "=".

@@ -91,7 +91,7 @@ private:
 
   // A control may stand in a comment: an author comments out a part of a page without a look at what is in it.
   void comment() {
-    const std::size_t end = page_.find("-->", at_ + 4);
+    const std::size_t end = page_.find("-->", at_ + 2);  // "<!-->" is a whole comment
     const std::size_t control = next_control_before(at_ + 4, end);
     at_ = control != npos ? control : end != npos ? end + 3 : page_.size();
   }

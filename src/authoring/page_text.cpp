@@ -193,14 +193,19 @@ std::optional<std::string> unescape_listing(std::string_view text) {
   return out;
 }
 
+void PlaceFinder::advance() {
+  line_start_ = next_line_start_;
+  ++line_;
+  const std::optional<std::string_view> line = lines_.next();
+  const std::size_t end = line ? static_cast<std::size_t>(line->data() - text_.data()) + line->size() : text_.size();
+  const std::string_view rest = text_.substr(end);
+  // A text that ends in a line break has an empty line behind it.
+  next_line_start_ = rest.empty() ? std::string_view::npos : end + (rest.starts_with("\r\n") ? 2 : 1);
+}
+
 TextPlace PlaceFinder::place(std::size_t offset) {
-  if (offset < at_) *this = PlaceFinder(text_);
-  for (; at_ < offset && at_ < text_.size(); ++at_) {
-    const bool crlf = text_[at_] == '\r' && at_ + 1 < text_.size() && text_[at_ + 1] == '\n';
-    if (text_[at_] != '\n' && (text_[at_] != '\r' || crlf)) continue;
-    ++line_;
-    line_start_ = at_ + 1;
-  }
+  if (offset < line_start_) *this = PlaceFinder(text_);
+  while (offset >= next_line_start_) advance();
   return {line_, offset - line_start_ + 1};
 }
 

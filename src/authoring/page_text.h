@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "host/text_lines.h"
+
 namespace plexoras {
 
 /// A value as it stands in quotes in a page's comment: any bytes, on lines of a sensible length, and never a "--"
@@ -35,17 +37,21 @@ struct TextPlace {
   std::size_t column = 1;
 };
 
-/// Tells places in one text. Asked for rising offsets it reads the text once.
+/// Tells places in one text, in which CR, LF and CR LF each end a line. Asked for rising offsets it reads the text
+/// once.
 class PlaceFinder {
 public:
-  explicit PlaceFinder(std::string_view text) : text_(text) {}
+  explicit PlaceFinder(std::string_view text) : text_(text), lines_(text) { advance(); }
   TextPlace place(std::size_t offset);
 
 private:
+  void advance();
+
   std::string_view text_;
-  std::size_t at_ = 0;
-  std::size_t line_ = 1;
-  std::size_t line_start_ = 0;
+  TextLines lines_;
+  std::size_t line_ = 0;             // the present line, from 1
+  std::size_t line_start_ = 0;       // where it starts
+  std::size_t next_line_start_ = 0;  // where the one behind it starts; past the text when there is none
 };
 
 }  // namespace plexoras

@@ -27,6 +27,22 @@ std::string make_text(TemplateSession& session, const ControlRecord& record, std
   throw AutomationError(RunTimeError::InvalidCall, "its template failed", "Publisher");
 }
 
+// What readers of `target` get of the control `name` now; nothing where there is no such page or control.
+std::optional<std::string> last_text(const std::string& target, std::string_view name) {
+  try {
+    const Page page = Page::read(target);
+    const auto index = page.find(name);
+    if (!index) return std::nullopt;
+    const ControlSpan& span = page.controls()[*index].span;
+    std::string text = page.bytes().substr(span.text_begin, span.text_end - span.text_begin);
+    // The line break behind the opening comment belongs to the span.
+    if (text.starts_with(page.line_break())) text.erase(0, page.line_break().size());
+    return text;
+  } catch (const std::exception&) {
+    return std::nullopt;
+  }
+}
+
 }  // namespace
 
 bool Publisher::write(const std::string& target, std::string_view bytes) {
@@ -54,6 +70,9 @@ PublishedFile Publisher::publish_page(const std::string& source, const std::stri
         edit.replace_text(i, make_text(session_, control.record, result.details));
         ++result.controls;
       } catch (const AutomationError& error) {
+        // In place the text is there already, and stays byte for byte.
+        const auto last = target == source ? std::nullopt : last_text(target, control.record.name);
+        if (last) edit.replace_text(i, *last);
         result.problems.push_back(
             {source, control.place, "control \"" + control.record.name + "\": " + error.description()});
       }

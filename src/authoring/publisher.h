@@ -28,9 +28,9 @@ struct PublishedFile {
 
 /// Makes pages for readers: the text of every control is made anew from its state and its template.
 ///
-/// The same input gives the same bytes. A control that fails keeps the text it had, so that a page never shows half a
-/// chart; the other controls of the page, and the other pages, come out all the same. Targets that would not change
-/// are not touched, and those that change are replaced whole.
+/// The same input gives the same bytes. A control that fails keeps the text that readers of the target have of it, so
+/// that a page never shows half a chart; the other controls of the page, and the other pages, come out all the same.
+/// Targets that would not change are not touched, and those that change are replaced whole.
 class Publisher {
 public:
   enum class Writing { Write, DryRun };

@@ -57,7 +57,7 @@ std::vector<SiteFile> site_files(const std::vector<std::string>& paths, const st
     if (output.empty() && !page) return;
     const std::string target = output.empty() ? source.string() : (fs::path(output) / below_output).string();
     const auto [earlier, is_new] = source_of.emplace(target, source.string());
-    if (!is_new && earlier->second == source.string()) return;
+    if (!is_new && fs::equivalent(earlier->second, source)) return;
     if (!is_new) {
       throw AutomationError(RunTimeError::InvalidCall,
                             earlier->second + " and " + source.string() + " would both be written to " + target);

@@ -33,7 +33,7 @@ std::size_t edits(std::string_view a, std::string_view b) {
 std::string closest_match(std::string_view word, std::span<const std::string> known) {
   constexpr std::size_t longest = 64;
   if (word.empty() || word.size() > longest) return {};
-  std::size_t nearest = std::min(1 + word.size() / 3, (word.size() + 1) / 2);  // at most half of a short word
+  std::size_t nearest = std::min(1 + word.size() / 3, word.size() / 2);  // half of a short word at most
   std::string match;
   for (const std::string& candidate : known) {
     const std::size_t distance = candidate.size() > longest ? longest : edits(word, candidate);

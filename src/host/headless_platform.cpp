@@ -98,7 +98,8 @@ std::function<double()> random_source(std::uint64_t seed) {
   };
 }
 
-NativeFileSystem::NativeFileSystem(std::string module_directory) : module_directory_(native_path(module_directory)) {
+NativeFileSystem::NativeFileSystem(std::string_view module_directory)
+    : module_directory_(native_path(module_directory)) {
   if (!module_directory_.ends_with('/')) module_directory_ += '/';
 }
 

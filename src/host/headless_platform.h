@@ -31,7 +31,7 @@ std::function<double()> random_source(std::uint64_t seed);
 class NativeFileSystem final : public FileSystem {
 public:
   /// The separator at the end of `module_directory` is added where it is missing.
-  explicit NativeFileSystem(std::string module_directory = default_module_directory());
+  explicit NativeFileSystem(std::string_view module_directory = default_module_directory());
 
   bool can_read(std::string_view path) override;
   std::string read(std::string_view path) override;

@@ -24,7 +24,7 @@ constexpr std::pair<char, char> short_escapes[] = {{'\\', '\\'}, {'r', '\r'}, {'
 // What would end the text early, or make another kind of line of it, if it were written as it is.
 constexpr std::string_view special_in_section = "]";
 constexpr std::string_view special_in_key = "=[#;";
-constexpr std::string_view special_in_value = "";
+constexpr std::string_view special_in_value;
 
 std::string_view without_outer_blanks(std::string_view text) {
   const std::size_t first = text.find_first_not_of(blanks);

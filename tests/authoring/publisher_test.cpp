@@ -1,0 +1,220 @@
+#include "authoring/publisher.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+
+#include "authoring_fixture.h"
+#include "host/temporary_directory.h"
+
+namespace plexoras {
+namespace {
+
+namespace fs = std::filesystem;
+using Outcome = PublishedFile::Outcome;
+
+struct Site {
+  ControlRecord record(std::string_view name, std::string_view fail = {}) {
+    LiveControl control = author.make(name);
+    ControlProperties(control).set("FAIL", fail);
+    return control.record();
+  }
+
+  PublishedFile publish(std::string_view name) {
+    return Publisher(author.session).publish_page(folder.path(name), folder.path(name));
+  }
+
+  // Every problem without the folder, a line each.
+  std::string problems(const PublishedFile& file) const {
+    std::string text;
+    for (const PageProblem& problem : file.problems) text += to_text(problem) + "\n";
+    return replaced_all(text, folder.path() + "/", "");
+  }
+
+  Author author;
+  TemporaryDirectory folder;
+};
+
+TEST(Publisher, MakesTheSameBytesAgain) {
+  Site site;
+  for (const std::string_view line_break : {"\n", "\r\n"}) {
+    site.folder.write("p.html", page_of(site.record("A"), "last text", line_break));
+    const PublishedFile first = site.publish("p.html");
+    EXPECT_EQ(first.outcome, Outcome::Written) << site.problems(first);
+    EXPECT_EQ(first.controls, 1u);
+    const std::string bytes = site.folder.read("p.html");
+    const std::string text = std::string(line_break) + "<!-- Setting Properties; ";
+    EXPECT_NE(bytes.find(text), std::string::npos);
+    EXPECT_NE(bytes.find("Getting HTML; --><p id=\"A\" style=\"&lt;xml&gt;"), std::string::npos);
+    EXPECT_EQ(bytes.find("last text"), std::string::npos);
+    EXPECT_EQ(Page::parse("p", bytes).controls().at(0).record, site.record("A"));
+
+    const fs::file_time_type long_ago = fs::file_time_type::clock::now() - std::chrono::hours(1000);
+    fs::last_write_time(site.folder.path("p.html"), long_ago);
+    EXPECT_EQ(site.publish("p.html").outcome, Outcome::Unchanged);
+    EXPECT_EQ(fs::last_write_time(site.folder.path("p.html")), long_ago) << "the file was touched";
+    EXPECT_EQ(site.folder.read("p.html"), bytes);
+  }
+}
+
+TEST(Publisher, DryRunWritesNothing) {
+  Site site;
+  const std::string page = page_of(site.record("A"), "old");
+  site.folder.write("p.html", page);
+  Publisher dry(site.author.session, Publisher::Writing::DryRun);
+  EXPECT_EQ(dry.publish_page(site.folder.path("p.html"), site.folder.path("p.html")).outcome, Outcome::Written);
+  EXPECT_EQ(dry.publish_page(site.folder.path("p.html"), site.folder.path("new/p.html")).outcome, Outcome::Written);
+  EXPECT_EQ(site.folder.read("p.html"), page);
+  EXPECT_EQ(site.folder.listing(), "p.html ");
+}
+
+TEST(Publisher, KeepsTheLastTextOfAControlThatFails) {
+  struct Case {
+    const char* name;
+    std::string_view problem, details;  // what they begin with
+    void (*spoil)(ControlRecord& record);
+  };
+  const Case cases[] = {
+      {"its template fails", "its template failed",
+       "DIAGRAM.DAT:", [](ControlRecord& record) { record.state.emplace_back("FAIL", "yes"); }},
+      {"its state is no state", "XmlStyle: ", "",
+       [](ControlRecord& record) {
+         record.state = {{"XmlStyle", "<bad"}};
+       }},
+      {"its data make no text", "FormatXml: ", "",
+       [](ControlRecord& record) { record.state.emplace_back("Contents", "<bad"); }},
+      {"its type is not known", "there is no control \"X.Chart\" here", "",
+       [](ControlRecord& record) { record.identifier = "X.Chart"; }},
+  };
+  for (const Case& c : cases) {
+    Site site;
+    ControlRecord bad = site.record("B");
+    std::erase_if(bad.state, [](const auto& entry) { return entry.first == "Contents"; });
+    c.spoil(bad);
+    const std::string page =
+        page_of(site.record("A"), "old A") + "\n " + page_of(bad, "old B") + page_of(site.record("C"), "old C");
+    site.folder.write("p.html", page);
+    const PublishedFile result = site.publish("p.html");
+    EXPECT_EQ(result.outcome, Outcome::Failed) << c.name;
+    EXPECT_EQ(result.controls, 2u) << c.name;
+    const TextPlace place = Page::parse("p", page).controls().at(1).place;
+    const std::string where = "p.html:" + std::to_string(place.line) + ":" + std::to_string(place.column);
+    EXPECT_TRUE(site.problems(result).starts_with(where + ": error: control \"B\": " + std::string(c.problem)))
+        << c.name << ": " << site.problems(result);
+    EXPECT_EQ(result.problems.size(), 1u) << c.name << ": " << site.problems(result);
+    EXPECT_TRUE(result.details.starts_with(c.details)) << c.name << ": " << result.details;
+    EXPECT_EQ(result.details.empty(), c.details.empty()) << c.name;
+
+    const std::string bytes = site.folder.read("p.html");
+    EXPECT_NE(bytes.find("old B"), std::string::npos) << c.name;
+    EXPECT_EQ(bytes.find("old A"), std::string::npos) << c.name;
+    EXPECT_EQ(bytes.find("old C"), std::string::npos) << c.name;
+  }
+}
+
+TEST(Publisher, RefusesTextsThatHoldAMark) {
+  Site site;
+  site.author.host.files["DIAGRAM.DAT"] = "[TEMPLATE]\n$(NOTE)\n";
+  ControlRecord record = site.author.make().record();
+  record.state.emplace_back("NOTE", "<!--/dtc-->");
+  const std::string page = page_of(record, "old");
+  site.folder.write("p.html", page);
+  const PublishedFile result = site.publish("p.html");
+  EXPECT_EQ(result.outcome, Outcome::Failed);
+  EXPECT_EQ(site.folder.read("p.html"), page);
+}
+
+TEST(Publisher, TellsOfAMissingTemplateOnEveryPage) {
+  Site site;
+  const std::string page = page_of(site.record("A"), "old");
+  site.author.host.files.clear();
+  TemplateSession session(site.author.host.platform);
+  for (const std::string_view name : {"a.html", "b.html"}) {
+    site.folder.write(name, page);
+    const PublishedFile result = Publisher(session).publish_page(site.folder.path(name), site.folder.path(name));
+    EXPECT_EQ(result.outcome, Outcome::Failed);
+    EXPECT_NE(result.details.find("no template file \"DIAGRAM.DAT\""), std::string::npos) << result.details;
+    EXPECT_EQ(site.folder.read(name), page);
+  }
+}
+
+TEST(Publisher, LeavesAPageThatCannotBeReadAsItWas) {
+  Site site;
+  const std::string page = page_of(site.record("A"), "old") + "\n<!--dtc X-->\n";
+  site.folder.write("p.html", page);
+  const PublishedFile result = site.publish("p.html");
+  EXPECT_EQ(result.outcome, Outcome::Failed);
+  EXPECT_EQ(result.controls, 0u);
+  EXPECT_TRUE(site.problems(result).find("error: this control is not closed") != std::string::npos);
+  EXPECT_EQ(site.folder.read("p.html"), page);
+
+  Publisher publisher(site.author.session);
+  EXPECT_EQ(publisher.publish_page(site.folder.path("p.html"), site.folder.path("out/p.html")).outcome,
+            Outcome::Failed);
+  EXPECT_EQ(publisher.publish_page(site.folder.path("none"), site.folder.path("out/p")).outcome, Outcome::Failed);
+  EXPECT_EQ(publisher.copy_file(site.folder.path("none"), site.folder.path("out/p")).outcome, Outcome::Failed);
+  EXPECT_EQ(site.folder.listing(), "p.html ") << "nothing is made for what cannot be read";
+}
+
+// Every file with its target, without the folder; pages in brackets.
+std::string files_of(const TemporaryDirectory& folder, const std::vector<std::string>& paths, std::string output) {
+  std::vector<std::string> full;
+  for (const std::string& path : paths) full.push_back(folder.path(path));
+  if (!output.empty()) output = folder.path(output);
+  std::string text;
+  for (const SiteFile& file : site_files(full, output)) {
+    const std::string line = file.source + (file.target == file.source ? "" : ">" + file.target);
+    text += (file.is_page ? "[" + line + "]" : line) + " ";
+  }
+  return replaced_all(text, folder.path() + "/", "");
+}
+
+TEST(SiteFiles, MirrorASite) {
+  Site site;
+  for (const std::string_view path : {"s/.git", "s/sub", "s/out"}) fs::create_directories(site.folder.path(path));
+  const std::string page = page_of(site.record("A"), "old");
+  for (const std::string_view name : {"s/b.html", "s/sub/a.HTM", "s/out/left.html", "s/.git/x.html"}) {
+    site.folder.write(name, page);
+  }
+  site.folder.write("s/logo.png", std::string_view("\0\r\n", 3));
+
+  EXPECT_EQ(files_of(site.folder, {"s"}, ""), "[s/b.html] [s/out/left.html] [s/sub/a.HTM] ");
+  EXPECT_EQ(files_of(site.folder, {"s"}, "s/out"),
+            "[s/b.html>s/out/b.html] s/logo.png>s/out/logo.png [s/sub/a.HTM>s/out/sub/a.HTM] ");
+  EXPECT_EQ(files_of(site.folder, {"s/sub", "s/logo.png", "s/sub"}, "o"),
+            "[s/sub/a.HTM>o/a.HTM] [s/logo.png>o/logo.png] ");
+
+  Publisher publisher(site.author.session);
+  std::string outcomes;
+  for (int round = 0; round < 2; ++round) {
+    for (const SiteFile& file : site_files({site.folder.path("s")}, site.folder.path("s/out"))) {
+      const PublishedFile result = file.is_page ? publisher.publish_page(file.source, file.target)
+                                                : publisher.copy_file(file.source, file.target);
+      outcomes += result.outcome == Outcome::Written ? "W" : result.outcome == Outcome::Copied ? "C" : "U";
+      EXPECT_EQ(site.problems(result), "");
+    }
+  }
+  EXPECT_EQ(outcomes, "WCWUUU");
+  EXPECT_EQ(site.folder.read("s/b.html"), page) << "the source stays";
+  EXPECT_EQ(site.folder.read("s/out/logo.png"), std::string_view("\0\r\n", 3));
+  EXPECT_EQ(site.folder.read("s/out/sub/a.HTM"), site.folder.read("s/out/b.html"));
+  EXPECT_EQ(Page::read(site.folder.path("s/out/b.html")).controls().at(0).record, site.record("A"));
+}
+
+TEST(SiteFiles, RefuseWhatCannotBeDone) {
+  const TemporaryDirectory folder;
+  for (const std::string_view path : {"a", "b"}) {
+    fs::create_directory(folder.path(path));
+    folder.write(std::string(path) + "/x.html", "");
+  }
+  const auto refusal = [&](const std::vector<std::string>& paths, const std::string& output) {
+    return replaced_all(outcome([&] { return files_of(folder, paths, output); }), folder.path() + "/", "");
+  };
+  EXPECT_EQ(refusal({"a", "b"}, ""), "[a/x.html] [b/x.html] ");
+  EXPECT_EQ(refusal({"a", "b"}, "o"), "error 5: a/x.html and b/x.html would both be written to o/x.html");
+  EXPECT_EQ(refusal({"a", "none"}, ""), "error 53: none: there is no such file or folder");
+}
+
+}  // namespace
+}  // namespace plexoras
