@@ -135,6 +135,15 @@ TEST(ControlProperties, MirrorTheContents) {
   }
 }
 
+TEST(ControlProperties, ANewNameIsSaved) {
+  Author author;
+  LiveControl control = author.make();
+  ControlProperties(control).set("name", "Other");
+  const ControlRecord record = control.record();
+  EXPECT_EQ(record.name, "Other");
+  EXPECT_EQ(record.state.front(), (std::pair<std::string, std::string>("AppletID", "Other")));
+}
+
 TEST(ControlProperties, ChangesMakeAFreshControlTheSame) {
   struct Case {
     const char* name;

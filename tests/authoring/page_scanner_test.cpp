@@ -49,6 +49,7 @@ TEST(PageScanner, FindsControlsWhereTheyAreControls) {
       {"an apostrophe in a tag is none", "<a it's>@", "{1}"},
       {"in an ordinary comment", "<!-- old: @ --> @", "{1}{1}"},
       {"behind a comment with a quote", "<!-- it's <b title=\" -->@", "{1}"},
+      {"behind empty comments", "<!--><title>@</title><!--->@", "{1}"},
       {"behind declarations", "<!DOCTYPE html><?xml version='1.0'?><![CDATA[x]]>@", "{1}"},
       {"behind stray brackets", "1 < 2 <> <3 </ > @", "{1}"},
       {"at an unclosed tag", "@<a href=\"x", "{1}"},

@@ -110,6 +110,8 @@ TEST(Page, TellsEveryProblemAndItsPlace) {
        "2:3: error: the value of \"K\" is not closed; end it with a quotation mark"},
       {"<!--dtc X name=\"A\"\nK=\"1\"\nK=\"2\"--><!--/dtc-->",
        "3:1: error: \"K\" stands here a second time; keep one of the two"},
+      {"<!--dtc X name=\"A\" name=\"B\"--><!--/dtc-->",
+       "1:20: error: \"name\" stands here a second time; keep one of the two"},
       {"<!--dtc X name=\"A\" width=\"1px\"--><!--/dtc-->",
        "1:20: error: width must be a whole number of pixels from 0 to 32767, not \"1px\""},
       {"<!--dtc X name=\"A\" height=\"32768\"--><!--/dtc-->",

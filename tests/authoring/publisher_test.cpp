@@ -113,6 +113,22 @@ TEST(Publisher, KeepsTheLastTextOfAControlThatFails) {
   }
 }
 
+TEST(Publisher, KeepsWhatReadersOfAMirrorHave) {
+  Site site;
+  site.folder.write("p.html", page_of(site.record("A"), ""));
+  Publisher publisher(site.author.session);
+  const auto mirror = [&] {
+    return publisher.publish_page(site.folder.path("p.html"), site.folder.path("out/p.html"));
+  };
+  ASSERT_EQ(mirror().outcome, Outcome::Written);
+  const std::string good = site.folder.read("out/p.html");
+
+  site.folder.write("p.html", page_of(site.record("A", "yes"), ""));
+  EXPECT_EQ(mirror().outcome, Outcome::Failed);
+  const auto text = [](const std::string& bytes) { return bytes.substr(bytes.find("-->")); };
+  EXPECT_EQ(text(site.folder.read("out/p.html")), text(good));
+}
+
 TEST(Publisher, RefusesTextsThatHoldAMark) {
   Site site;
   site.author.host.files["DIAGRAM.DAT"] = "[TEMPLATE]\n$(NOTE)\n";
