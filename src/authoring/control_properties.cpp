@@ -20,7 +20,8 @@ struct PlaceProperty {
 
 std::int32_t pixels(const Variant& value) {
   const std::int32_t count = value.to_integer();
-  if (count < 0) throw AutomationError(RunTimeError::InvalidCall, "must be from 0 to 32767 pixels");
+  if (count < 0)
+    throw AutomationError(RunTimeError::InvalidCall, "a size takes 0 to 32767 pixels, not " + value.to_text());
   return count * HeadlessSite::twips_per_pixel;
 }
 

@@ -1,6 +1,7 @@
 #include "authoring/page_scanner.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace plexoras {
 namespace {
@@ -63,6 +64,7 @@ private:
 
   void control() {
     ControlSpan span;
+    span.in_comment = std::exchange(in_comment_, false);
     span.begin = at_;
     span.state_end = page_.find("-->", at_);
     if (span.state_end == npos) {
@@ -93,6 +95,7 @@ private:
   void comment() {
     const std::size_t end = page_.find("-->", at_ + 2);  // "<!-->" is a whole comment
     const std::size_t control = next_control_before(at_ + 4, end);
+    in_comment_ = control != npos;
     at_ = control != npos ? control : end != npos ? end + 3 : page_.size();
   }
 
@@ -140,6 +143,7 @@ private:
 
   std::string_view page_;
   std::size_t at_ = 0;
+  bool in_comment_ = false;
   ScannedPage result_;
 };
 

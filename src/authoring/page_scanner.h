@@ -19,6 +19,7 @@ struct ControlSpan {
   std::size_t text_begin = 0;
   std::size_t text_end = 0;
   std::size_t end = 0;
+  bool in_comment = false;  ///< its opening comment ends an ordinary one that it stands in
 };
 
 /// A mark that cannot be read, and why.

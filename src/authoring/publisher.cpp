@@ -5,6 +5,8 @@
 #include "authoring/live_control.h"
 #include "host/atomic_file.h"
 
+namespace fs = std::filesystem;
+
 namespace plexoras {
 namespace {
 
@@ -13,42 +15,61 @@ namespace {
 std::string make_text(TemplateSession& session, const ControlRecord& record, std::string& details) {
   const std::size_t told_before = session.diagnostics.size();
   const auto collect = [&] {
-    for (std::size_t i = told_before; i < session.diagnostics.size(); ++i) details += to_text(session.diagnostics[i]);
+    for (std::size_t i = told_before; i < session.diagnostics.size(); ++i) {
+      const std::string text = to_text(session.diagnostics[i]);
+      if (details.find(text) == std::string::npos) details += text;
+    }
     return session.diagnostics.size() > told_before;
   };
+  std::string text;
   try {
     LiveControl control(session, record);
-    std::string text = control.control().GetRuntimeTextOnErrorReport();
-    if (!collect()) return text;
+    const std::string file(control.control().templateFile());
+    if (session.files.section(file, "TEMPLATE").text.empty()) {
+      throw AutomationError(RunTimeError::InvalidCall,
+                            file + " has nothing in section \"TEMPLATE\", so that the control would vanish");
+    }
+    text = control.control().GetRuntimeTextOnErrorReport();
   } catch (const AutomationError&) {
     collect();
     throw;
   }
-  throw AutomationError(RunTimeError::InvalidCall, "its template failed", "Publisher");
+  if (collect()) throw AutomationError(RunTimeError::InvalidCall, "its template failed", "Publisher");
+  return text;
 }
 
-// What readers of `target` get of the control `name` now; nothing where there is no such page or control.
-std::optional<std::string> last_text(const std::string& target, std::string_view name) {
-  try {
-    const Page page = Page::read(target);
-    const auto index = page.find(name);
+// What readers of a target get of its controls now. The target is read when the first one is asked for.
+class LastTexts {
+public:
+  explicit LastTexts(const std::string& target) : target_(target) {}
+
+  /// Nothing where there is no such page or control.
+  std::optional<std::string> of(std::string_view name) {
+    if (!looked_) {
+      looked_ = true;
+      ignoring_errors([&] { page_ = Page::read(target_); });
+    }
+    const auto index = page_ ? page_->find(name) : std::nullopt;
     if (!index) return std::nullopt;
-    const ControlSpan& span = page.controls()[*index].span;
-    std::string text = page.bytes().substr(span.text_begin, span.text_end - span.text_begin);
+    const ControlSpan& span = page_->controls()[*index].span;
+    std::string text = page_->bytes().substr(span.text_begin, span.text_end - span.text_begin);
     // The line break behind the opening comment belongs to the span.
-    if (text.starts_with(page.line_break())) text.erase(0, page.line_break().size());
+    if (text.starts_with(page_->line_break())) text.erase(0, page_->line_break().size());
     return text;
-  } catch (const std::exception&) {
-    return std::nullopt;
   }
-}
+
+private:
+  const std::string& target_;
+  bool looked_ = false;
+  std::optional<Page> page_;
+};
 
 }  // namespace
 
 bool Publisher::write(const std::string& target, std::string_view bytes) {
   if (writing_ == Writing::Write) {
     std::error_code told_by_the_write;
-    std::filesystem::create_directories(std::filesystem::path(target).parent_path(), told_by_the_write);
+    fs::create_directories(fs::path(target).parent_path(), told_by_the_write);
     return write_if_changed(target, bytes);
   }
   try {
@@ -64,6 +85,7 @@ PublishedFile Publisher::publish_page(const std::string& source, const std::stri
     const std::string bytes = read_file(source);
     const Page page = Page::parse(source, bytes);
     Page::Edit edit(page);
+    LastTexts last_texts(target);
     for (std::size_t i = 0; i < page.controls().size(); ++i) {
       const Page::Control& control = page.controls()[i];
       try {
@@ -71,7 +93,7 @@ PublishedFile Publisher::publish_page(const std::string& source, const std::stri
         ++result.controls;
       } catch (const AutomationError& error) {
         // In place the text is there already, and stays byte for byte.
-        const auto last = target == source ? std::nullopt : last_text(target, control.record.name);
+        const auto last = target == source ? std::nullopt : last_texts.of(control.record.name);
         if (last) edit.replace_text(i, *last);
         result.problems.push_back(
             {source, control.place, "control \"" + control.record.name + "\": " + error.description()});
@@ -92,7 +114,12 @@ PublishedFile Publisher::publish_page(const std::string& source, const std::stri
 PublishedFile Publisher::copy_file(const std::string& source, const std::string& target) {
   PublishedFile result{.source = source, .target = target, .outcome = PublishedFile::Outcome::Copied};
   try {
-    if (!write(target, read_file(source))) result.outcome = PublishedFile::Outcome::Unchanged;
+    if (!write(target, read_file(source))) {
+      result.outcome = PublishedFile::Outcome::Unchanged;
+    } else if (writing_ == Writing::Write) {
+      std::error_code not_ours_to_change;
+      fs::permissions(target, fs::status(source).permissions(), not_ours_to_change);
+    }
   } catch (const AutomationError& error) {
     result.problems.push_back({source, {}, error.description()});
     result.outcome = PublishedFile::Outcome::Failed;

@@ -57,7 +57,8 @@ std::vector<SiteFile> site_files(const std::vector<std::string>& paths, const st
     if (output.empty() && !page) return;
     const std::string target = output.empty() ? source.string() : (fs::path(output) / below_output).string();
     const auto [earlier, is_new] = source_of.emplace(target, source.string());
-    if (!is_new && fs::equivalent(earlier->second, source)) return;
+    std::error_code missing;
+    if (!is_new && (earlier->second == source || fs::equivalent(earlier->second, source, missing))) return;
     if (!is_new) {
       throw AutomationError(RunTimeError::InvalidCall,
                             earlier->second + " and " + source.string() + " would both be written to " + target);
@@ -71,10 +72,9 @@ std::vector<SiteFile> site_files(const std::vector<std::string>& paths, const st
     for (const std::string& path : paths) {
       if (fs::is_directory(path)) {
         for (const fs::path& file : files_below(path, output)) add(file, file.lexically_relative(path), is_page(file));
-      } else if (fs::exists(path)) {
-        add(path, fs::path(path).filename(), true);
       } else {
-        throw AutomationError(RunTimeError::FileNotFound, path + ": there is no such file or folder");
+        // A file that does not exist is one that cannot be published; the others can.
+        add(path, fs::path(path).filename(), true);
       }
     }
   } catch (const fs::filesystem_error& error) {

@@ -19,9 +19,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-[[noreturn]] void fail(RunTimeError number, const std::string& path, int reason) {
+[[noreturn]] void fail(RunTimeError number, const std::string& path, int reason, const std::string& hint = {}) {
   throw AutomationError(number, std::string(customary_description(number)) + ": " + path + ": " +
-                                    std::generic_category().message(reason));
+                                    std::generic_category().message(reason) + hint);
 }
 
 [[noreturn]] void fail_to_read(const std::string& path, int reason) {
@@ -29,8 +29,25 @@ namespace fs = std::filesystem;
   fail(missing ? RunTimeError::FileNotFound : RunTimeError::PathFileAccess, path, reason);
 }
 
+// How the commonest failures to write are mended.
+struct Hint {
+  int reason;
+  const char* text;
+};
+constexpr Hint hints[] = {
+    {EACCES, "; allow writing to the file and to its folder"},
+    {EPERM, "; allow writing to the file and to its folder"},
+    {EROFS, "; write to a file system that is not read-only"},
+    {ENOENT, "; make its folder first"},
+    {ENOSPC, "; make room on the disk"},
+};
+
 [[noreturn]] void fail_to_write(const std::string& path, int reason) {
-  fail(RunTimeError::PathFileAccess, path, reason);
+  std::string hint;
+  for (const Hint& row : hints) {
+    if (row.reason == reason) hint = row.text;
+  }
+  fail(RunTimeError::PathFileAccess, path, reason, hint);
 }
 
 // An open file, closed when it goes.

@@ -31,6 +31,8 @@ public:
   virtual bool can_read(std::string_view path) = 0;
   /// The bytes of a file. Error 53 when there is no such file, 75 when it cannot be read.
   virtual std::string read(std::string_view path) = 0;
+  /// `path` as this system writes it, for messages.
+  virtual std::string shown(std::string_view path) { return std::string(path); }
   /// The directory of the library's own files, ending in a separator.
   virtual std::string module_directory() = 0;
 };

@@ -47,6 +47,16 @@ void IniSection::SetContents(std::string_view text) {
   raw_ = {joined_, nullptr};
 }
 
+void IniSection::SetVariables(const Dictionary& variables) {
+  variables_->put_all(variables);
+  for (std::int32_t i = 0; i < variables.Count(); ++i) references_.given_ += variables.valueAtIndex(i).size();
+}
+
+void IniSection::Define(std::string_view name, std::string_view value) {
+  variables_->atPut(name, value);
+  references_.given_ += value.size();
+}
+
 const std::string& IniSection::GetContents() {
   if (result_.empty()) Preprocess();
   return result_;

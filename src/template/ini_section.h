@@ -44,8 +44,8 @@ public:
   std::shared_ptr<Dictionary> GetVariables();
 
   /// Stores every entry of `variables`, in index order.
-  void SetVariables(const Dictionary& variables) { variables_->put_all(variables); }
-  void Define(std::string_view name, std::string_view value) { variables_->atPut(name, value); }
+  void SetVariables(const Dictionary& variables);
+  void Define(std::string_view name, std::string_view value);
 
   /// A variable's value or what a bracketed name finds; see `References`.
   std::string Find(std::string_view name) { return references_.Find(name); }

@@ -78,7 +78,7 @@ bool Preprocessor::run(SourceText source, std::string& output) {
   const Activation activation{session_, outer_};
   // A bracketed reference that is expanded outside a run belongs to the request which that expansion opened.
   if (outer_ == nullptr && session_.depth_ == 0) {
-    session_.open_request(source.text.size(), variables_);
+    session_.open_request(source.text.size() + references_.given_);
   } else {
     session_.allow_for_files_read();
   }

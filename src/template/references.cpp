@@ -67,6 +67,13 @@ void append_url_encoded(std::string_view text, std::string& out) {
   }
 }
 
+std::size_t occurrences(std::string_view text, std::string_view part) {
+  std::size_t count = 0;
+  if (part.empty()) return count;
+  for (std::size_t at = 0; (at = text.find(part, at)) != npos; at += part.size()) ++count;
+  return count;
+}
+
 // A variable that a macro call binds and gives its earlier value back, an absent one the empty text. It is looked up
 // once: while a call is expanded nothing is removed from the variables.
 class Binding {
@@ -162,7 +169,7 @@ void References::note_position(const char* at) {
 }
 
 void References::open_request(std::string_view text) {
-  if (session_.active_ == nullptr) session_.open_request(text.size(), variables_);
+  if (session_.active_ == nullptr) session_.open_request(text.size() + given_);
 }
 
 std::string References::SubstituteLine(std::string_view text) {
@@ -304,6 +311,8 @@ void References::evaluate(std::string_view reference, std::string& out) {
   const std::string_view name = parts[0].text;
   TemplateSession::Scratch value(session_);
   find(name.substr(name.empty() ? 0 : 1), value.text);
+  // A replacement can make far more text than it was given, so it is charged before it is made.
+  session_.charge(occurrences(value.text, parts[1].text) * parts[2].text.size());
   out += replaced_all(value.text, parts[1].text, parts[2].text);
 }
 

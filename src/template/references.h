@@ -61,6 +61,7 @@ public:
   std::string CallBuiltin(std::string_view name, std::string_view argument);
 
 private:
+  friend class IniSection;
   friend class Preprocessor;
 
   // Begins a line of a run, or a call from outside one.
@@ -81,6 +82,7 @@ private:
   TemplateSession& session_;
   Dictionary& variables_;
   const std::string& file_name_;
+  std::size_t given_ = 0;  // bytes of the variables that came from outside, not from a template
 
   // For diagnostics: the line being expanded, the last reference met in it, and the macros whose bodies are being
   // expanded. They stay as they are when a failure unwinds, so that it can be told where it happened.

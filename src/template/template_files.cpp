@@ -80,6 +80,7 @@ TemplateFiles::File* TemplateFiles::file(std::string_view name) {
     fresh->missing.text = fresh->missing.storage;
   } else {
     fresh->bytes = platform_.files.read(fresh->path);
+    fresh->path = platform_.files.shown(fresh->path);
     bytes_read_ += fresh->bytes.size();
     paths_read_.push_back(fresh->path);
     index(*fresh);

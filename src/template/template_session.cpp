@@ -3,8 +3,9 @@
 namespace plexoras {
 namespace {
 
-// How often over a request may expand what it was given.
-constexpr std::size_t given_times_allowed = 16;
+// How often over what it was given a request may make in all, and in one text.
+constexpr std::size_t given_times_in_all = 128;
+constexpr std::size_t given_times_in_one = 16;
 
 }  // namespace
 
@@ -20,19 +21,24 @@ TemplateSession::Level::Level(TemplateSession& session) : session_(session) {
   ++session.depth_;
 }
 
-void TemplateSession::open_request(std::size_t text_bytes, const Dictionary& variables) {
-  std::size_t given = text_bytes;
-  for (std::int32_t i = 0; i < variables.Count(); ++i) given += variables.valueAtIndex(i).size();
+void TemplateSession::open_request(std::size_t given_bytes) {
   used_ = 0;
-  allowed_ = limits.text_bytes + given_times_allowed * given;
+  allowed_ = limits.text_bytes;
+  largest_ = limits.text_bytes;
+  allow_for(given_bytes);
   files_allowed_for_ = 0;
   allow_for_files_read();
   exhausted_ = false;
   told_ = false;
 }
 
+void TemplateSession::allow_for(std::size_t given_bytes) {
+  allowed_ += given_times_in_all * given_bytes;
+  largest_ += given_times_in_one * given_bytes;
+}
+
 void TemplateSession::allow_for_files_read() {
-  allowed_ += given_times_allowed * (files.bytes_read() - files_allowed_for_);
+  allow_for(files.bytes_read() - files_allowed_for_);
   files_allowed_for_ = files.bytes_read();
 }
 

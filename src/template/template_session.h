@@ -19,8 +19,8 @@ struct ExpansionLimits {
   /// a line may turn out to hold references again. Past it: error 28. Sensible up to 1000: each level takes
   /// about a kilobyte of the call stack.
   std::size_t nesting = 256;
-  /// Bytes of expanded text, past which comes error 14. What the templates and variables themselves hold,
-  /// 16 times over, is allowed on top, so that much data is no runaway.
+  /// Bytes of expanded text, past which comes error 14. On top of it a request may make what it was given in templates
+  /// and variables 128 times over, and 16 times over in one piece, so that much data is no runaway.
   std::size_t text_bytes = std::size_t{64} << 20;
 };
 
@@ -74,14 +74,15 @@ private:
     TemplateSession& session_;
   };
 
-  // Begins a request whose outermost text has `text_bytes` bytes.
-  void open_request(std::size_t text_bytes, const Dictionary& variables);
+  // Begins a request, whose outermost text and variables have `given_bytes` bytes.
+  void open_request(std::size_t given_bytes);
+  void allow_for(std::size_t given_bytes);
   // Lets the request have its share for template files that were read since it began.
   void allow_for_files_read();
   // Counts one expansion that produced `bytes`; error 14 when the request has used up its share.
   void charge(std::size_t bytes) {
     used_ += bytes + expansion_cost;
-    if (used_ > allowed_) run_out(RunTimeError::OutOfStringSpace);
+    if (bytes > largest_ || used_ > allowed_) run_out(RunTimeError::OutOfStringSpace);
   }
   [[noreturn]] void run_out(RunTimeError number);
 
@@ -93,6 +94,7 @@ private:
   std::size_t depth_ = 0;
   std::size_t used_ = 0;
   std::size_t allowed_ = 0;
+  std::size_t largest_ = 0;            // what one expansion may make
   std::size_t files_allowed_for_ = 0;  // bytes
   bool exhausted_ = false;             // the request has run out: every run of it ends
   bool told_ = false;                  // and the author has been told

@@ -1,8 +1,8 @@
 #include "tool/command_line.h"
 
 #include <CLI/CLI.hpp>
-#include <cstdio>
 #include <memory>
+#include <sstream>
 
 #include "authoring/suggestion.h"
 #include "tool/commands.h"
@@ -19,13 +19,18 @@ Run running(int (*command)(const Options&, HeadlessPlatform&, Console&), std::sh
   return [=](HeadlessPlatform& host, Console& console) { return command(*options, host, console); };
 }
 
+// An empty text here is a shell variable that nobody set: "-o ''" must not publish in place.
+CLI::Validator given() {
+  return {[](std::string& text) { return std::string(text.empty() ? "must not be empty" : ""); }, ""};
+}
+
 Run declare_new(CLI::App& app) {
   auto options = std::make_shared<NewOptions>();
   app.add_option("PAGE", options->page, "The page; a small valid one is made where there is none")->required();
   app.add_option("--name", options->name, "The control's name, unique on its page")->required();
   app.add_option("--control", options->control, "Its type")->capture_default_str();
-  app.add_option("--after", options->after, "Put it behind this text of the page");
-  app.add_option("--before", options->before, "Put it before this text of the page");
+  app.add_option("--after", options->after, "Put it behind this text of the page")->check(given());
+  app.add_option("--before", options->before, "Put it before this text of the page")->check(given());
   app.add_option("PROPERTY=VALUE", options->assignments, "Properties to set at once");
   return running(run_new, options);
 }
@@ -50,9 +55,10 @@ Run declare_set(CLI::App& app) {
 
 Run declare_publish(CLI::App& app) {
   auto options = std::make_shared<PublishOptions>();
-  app.add_option("PATH", options->paths, "Pages, or folders with pages")->required();
+  app.add_option("PATH", options->paths, "Pages, or folders with pages")->required()->check(given());
   app.add_option("-o,--output", options->output,
-                 "Write a mirror of the site into this folder; without it pages are published in place");
+                 "Write a mirror of the site into this folder; without it pages are published in place")
+      ->check(given());
   return running(run_publish, options);
 }
 
@@ -167,14 +173,16 @@ std::optional<Invocation> parse_command_line(int argc, const char* const* argv) 
   }
 
   if (argc < 2) {
-    std::fputs(app.help().c_str(), stdout);
+    Console({}).result(app.help());
     return std::nullopt;
   }
   try {
     check_command(argc, argv);
     app.parse(argc, argv);
   } catch (const CLI::Success& wanted) {
-    app.exit(wanted);
+    std::ostringstream text;
+    app.exit(wanted, text, text);
+    Console({}).result(text.str());
     return std::nullopt;
   } catch (const CLI::ParseError& error) {
     throw UsageError(error.what());

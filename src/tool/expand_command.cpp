@@ -42,8 +42,7 @@ std::string result_json(const ExpandOptions& options, bool failed, const std::st
   } else {
     object["text"] = text;
   }
-  object["diagnostics"] = nlohmann::json::array();
-  for (const Diagnostic& diagnostic : session.diagnostics) object["diagnostics"].push_back(to_json(diagnostic));
+  object["diagnostics"] = to_json(session.diagnostics);
   return json_line(object);
 }
 

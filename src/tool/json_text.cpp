@@ -13,6 +13,13 @@ nlohmann::json place_json(const std::string& path, std::size_t line, std::size_t
   return place;
 }
 
+template <class Row>
+nlohmann::json array_of(std::span<const Row> rows) {
+  nlohmann::json array = nlohmann::json::array();
+  for (const Row& row : rows) array.push_back(to_json(row));
+  return array;
+}
+
 }  // namespace
 
 nlohmann::json to_json(const Diagnostic& diagnostic) {
@@ -35,6 +42,18 @@ nlohmann::json to_json(const PageProblem& problem) {
   object["severity"] = "error";
   object["message"] = problem.what;
   return object;
+}
+
+nlohmann::json to_json(std::span<const Diagnostic> diagnostics) { return array_of(diagnostics); }
+nlohmann::json to_json(std::span<const PageProblem> problems) { return array_of(problems); }
+
+nlohmann::json failure_json(std::span<const PageProblem> problems) {
+  return {{"version", json_version}, {"problems", to_json(problems)}};
+}
+
+nlohmann::json failure_json(std::string_view message) {
+  const nlohmann::json problem{{"severity", "error"}, {"message", message}};
+  return {{"version", json_version}, {"problems", nlohmann::json::array({problem})}};
 }
 
 std::string json_line(const nlohmann::json& value) {

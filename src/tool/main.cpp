@@ -2,12 +2,14 @@
 #include <cstdio>
 #include <exception>
 #include <new>
+#include <nlohmann/json.hpp>
 
 #include "applet/diagram_applet.h"
 #include "authoring/page.h"
 #include "host/headless_platform.h"
 #include "tool/command_line.h"
 #include "tool/commands.h"
+#include "tool/json_text.h"
 
 namespace {
 
@@ -15,6 +17,16 @@ namespace {
 volatile std::sig_atomic_t interruptions = 0;
 
 void on_interrupt(int) { interruptions = 1; }
+
+// Says what stopped a command, as an object where objects are wanted.
+int failed(plexoras::Console& console, const std::string& text, const nlohmann::json& object) {
+  if (console.options().json) {
+    console.result(plexoras::json_line(object));
+  } else {
+    console.problem(text + "\n");
+  }
+  return plexoras::exit_failed;
+}
 
 }  // namespace
 
@@ -25,7 +37,7 @@ bool interrupted() { return interruptions != 0; }
 void defer_interrupts() {
   struct sigaction action = {};
   action.sa_handler = on_interrupt;
-  action.sa_flags = static_cast<int>(SA_RESETHAND);
+  action.sa_flags = static_cast<int>(SA_RESETHAND | SA_RESTART);  // a write at hand is finished
   sigaction(SIGINT, &action, nullptr);
   sigaction(SIGTERM, &action, nullptr);
 }
@@ -34,6 +46,7 @@ void defer_interrupts() {
 
 int main(int argc, char** argv) {
   using namespace plexoras;
+  std::signal(SIGPIPE, SIG_DFL);  // a reader that has seen enough ends the program quietly, whoever started it
   try {
     const std::optional<Invocation> invocation = parse_command_line(argc, argv);
     if (!invocation) return exit_done;
@@ -43,13 +56,12 @@ int main(int argc, char** argv) {
       register_diagram_applet(host.components());
       return invocation->run(host, console);
     } catch (const PageError& error) {
-      console.problem(std::string(error.what()) + "\n");
+      return failed(console, error.what(), failure_json(error.problems()));
     } catch (const AutomationError& error) {
-      console.problem("plexoras: error: " + error.description() + "\n");
+      return failed(console, "plexoras: error: " + error.description(), failure_json(error.description()));
     } catch (const std::bad_alloc&) {
-      console.problem("plexoras: error: out of memory\n");
+      return failed(console, "plexoras: error: out of memory", failure_json("out of memory"));
     }
-    return exit_failed;
   } catch (const UsageError& error) {
     std::fprintf(stderr, "plexoras: error: %s\n", error.what());
     return exit_usage;

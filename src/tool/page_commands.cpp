@@ -1,5 +1,6 @@
 // new, get and set: the commands that work on the controls of one page.
 
+#include <algorithm>
 #include <iostream>
 #include <iterator>
 #include <nlohmann/json.hpp>
@@ -52,26 +53,37 @@ std::string with_own_lines(const Page& page, std::size_t at, std::string span) {
   return span;
 }
 
-// The page after a change must hold the controls it should: a place inside a script, a tag or another control would
-// lose them.
-void check_controls(const Page& before, const std::string& bytes, const ControlRecord& changed) {
-  const Page after = Page::parse(before.path(), bytes);
-  const auto index = after.find(changed.name);
-  const bool is_there = index.has_value() && after.controls()[*index].record == changed;
-  if (is_there && after.controls().size() >= before.controls().size()) return;
+// The page with a new control must hold that one and all others: a place inside a script, a tag, a comment
+// or another control would lose them.
+void check_new_control(const Page& before, const std::string& bytes, const ControlRecord& added) {
+  try {
+    const Page after = Page::parse(before.path(), bytes);
+    const auto index = after.find(added.name);
+    const bool is_there =
+        index.has_value() && after.controls()[*index].record == added && !after.controls()[*index].span.in_comment;
+    if (is_there && after.controls().size() > before.controls().size()) return;
+  } catch (const PageError&) {
+    // Its places are those of a page that nobody will see.
+  }
   throw AutomationError(RunTimeError::InvalidCall,
                         before.path() +
                             ": a control cannot stand at that place: it is inside a script, a style sheet, "
-                            "a tag or another control");
+                            "a tag, a comment or another control");
 }
 
+// `target` is for messages.
 void assign(ControlProperties& properties, const std::vector<Assignment>& assignments,
-            ControlProperties::NewKeys new_keys) {
-  for (const auto& [name, value] : assignments) properties.set(name, value, new_keys);
+            ControlProperties::NewKeys new_keys, const std::string& target) {
+  try {
+    for (const auto& [name, value] : assignments) properties.set(name, value, new_keys);
+  } catch (const AutomationError& error) {
+    throw AutomationError(error.number(), target + ": " + error.description());
+  }
 }
 
 std::vector<Assignment> parse_assignments(const std::vector<std::string>& texts) {
   std::vector<Assignment> assignments;
+  assignments.reserve(texts.size());
   for (const std::string& text : texts) assignments.push_back(parse_assignment(text));
   return assignments;
 }
@@ -83,25 +95,48 @@ std::vector<Assignment> read_assignments(const std::string& from) {
   TextLines lines(text);
   for (std::size_t number = 1; const auto line = lines.next(); ++number) {
     if (line->empty()) continue;
-    auto [name, value] = parse_assignment(*line);
-    const std::optional<std::string> plain = unescape_listing(value);
-    if (!plain) {
-      throw AutomationError(RunTimeError::InvalidCall,
-                            from + ":" + std::to_string(number) +
-                                ":1: error: \"\\\" must be followed by \\, r, n or t; write \\\\ for a backslash");
-    }
-    assignments.emplace_back(std::move(name), *plain);
+    const auto refuse = [&](const char* what) { throw PageError({{from, {number, 1}, what}}); };
+    const std::size_t equals = line->find('=');
+    if (equals == std::string_view::npos || equals == 0) refuse("this line sets nothing; write PROPERTY=VALUE");
+    const std::optional<std::string> plain = unescape_listing(line->substr(equals + 1));
+    if (!plain) refuse("\"\\\" must be followed by \\, r, n or t; write \\\\ for a backslash");
+    assignments.emplace_back(line->substr(0, equals), *plain);
   }
   return assignments;
 }
 
-void save(const Page& page, const std::string& bytes, Console& console, const std::string& done) {
-  if (console.options().dry_run) {
-    console.say(page.path() + ": would be written (" + done + ")");
+void tell(const std::vector<Diagnostic>& diagnostics, Console& console) {
+  if (console.options().json) return;  // they are in the object
+  for (const Diagnostic& diagnostic : diagnostics) console.problem(to_text(diagnostic));
+}
+
+// What a control saves depends on what its template declares, so that nothing is written while that fails.
+void refuse_broken_template(const std::vector<Diagnostic>& diagnostics, Console& console) {
+  tell(diagnostics, console);
+  const bool failed = std::any_of(diagnostics.begin(), diagnostics.end(), [](const Diagnostic& diagnostic) {
+    return diagnostic.severity == Diagnostic::Severity::Error;
+  });
+  if (!failed) return;
+  throw AutomationError(RunTimeError::InvalidCall, "the control's template cannot be used; nothing was written");
+}
+
+// Writes the page with control `name` in its new state; `done` says what was done to it.
+void save(const Page& page, const std::string& bytes, const std::string& name, const std::string& done,
+          Console& console) {
+  const bool is_dry = console.options().dry_run;
+  const bool changes = is_dry ? bytes != page.bytes() : write_if_changed(page.path(), bytes);
+  if (console.options().json) {
+    console.result(json_line({{"version", json_version},
+                              {"page", page.path()},
+                              {"control", name},
+                              {"outcome", changes ? "written" : "unchanged"}}));
     return;
   }
-  const bool written = write_if_changed(page.path(), bytes);
-  console.say(page.path() + ": " + (written ? done : "nothing to change"));
+  const std::string sentence = "control \"" + name + "\"" + done;
+  console.say(page.path() + ": " +
+              (!changes ? "nothing to change"
+               : is_dry ? "would be written (" + sentence + ")"
+                        : sentence));
 }
 
 nlohmann::json properties_json(const std::vector<Assignment>& properties) {
@@ -117,6 +152,7 @@ std::vector<Assignment> wanted_properties(TemplateSession& session, LiveControl&
     LiveControl fresh = LiveControl::make_new(session, control.record().identifier, *control.site().name);
     wanted = properties.changes_from(ControlProperties(fresh));
     if (options.properties.empty()) return wanted;
+    for (const std::string& name : options.properties) properties.get(name);  // raises for what is no property
     std::erase_if(wanted, [&](const Assignment& a) {
       return std::find(options.properties.begin(), options.properties.end(), a.first) == options.properties.end();
     });
@@ -148,17 +184,17 @@ int run_new(const NewOptions& options, HeadlessPlatform& host, Console& console)
   }
   TemplateSession session(host.platform());
   LiveControl control = LiveControl::make_new(session, options.control, options.name);
-  for (const Diagnostic& diagnostic : session.diagnostics) console.problem(to_text(diagnostic));
+  refuse_broken_template(session.diagnostics, console);
   ControlProperties properties(control);
-  assign(properties, assignments, ControlProperties::NewKeys::Refuse);
+  assign(properties, assignments, ControlProperties::NewKeys::Refuse, options.page + "#" + options.name);
 
   const ControlRecord record = control.record();
   const std::size_t at = insertion_place(page, options);
   Page::Edit edit(page);
   edit.insert(at, with_own_lines(page, at, Page::span_text(record, "", page.line_break())));
   const std::string bytes = edit.result();
-  check_controls(page, bytes, record);
-  save(page, bytes, console, "control \"" + record.name + "\" added");
+  check_new_control(page, bytes, record);
+  save(page, bytes, record.name, " added", console);
   return exit_done;
 }
 
@@ -193,7 +229,8 @@ int run_get(const GetOptions& options, HeadlessPlatform& host, Console& console)
       text += is_bare ? value + "\n" : prefix + name + "=" + escape_listing(value) + "\n";
     }
   }
-  for (const Diagnostic& diagnostic : session.diagnostics) console.problem(to_text(diagnostic));
+  object["diagnostics"] = to_json(session.diagnostics);
+  tell(session.diagnostics, console);
   console.result(console.options().json ? json_line(object) : text);
   return exit_done;
 }
@@ -211,24 +248,19 @@ int run_set(const SetOptions& options, HeadlessPlatform& host, Console& console)
   const std::size_t index = find_control(page, target);
   TemplateSession session(host.platform());
   LiveControl control = load_control(session, page, index);
-  for (const Diagnostic& diagnostic : session.diagnostics) console.problem(to_text(diagnostic));
+  refuse_broken_template(session.diagnostics, console);
   ControlProperties properties(control);
-  try {
-    assign(properties, assignments,
-           options.custom ? ControlProperties::NewKeys::Accept : ControlProperties::NewKeys::Refuse);
-  } catch (const AutomationError& error) {
-    throw AutomationError(error.number(), options.target + ": " + error.description());
-  }
+  assign(properties, assignments,
+         options.custom ? ControlProperties::NewKeys::Accept : ControlProperties::NewKeys::Refuse, options.target);
 
   Page::Edit edit(page);
   const ControlRecord record = control.record();
   edit.replace_record(index, record);
   const std::string bytes = edit.result();
-  check_controls(page, bytes, record);
+  Page::parse(page.path(), bytes);  // tells of a new name that is taken
   const std::size_t count = assignments.size();
-  save(
-      page, bytes, console,
-      "control \"" + record.name + "\": " + std::to_string(count) + (count == 1 ? " property set" : " properties set"));
+  const std::string done = ": " + std::to_string(count) + (count == 1 ? " property set" : " properties set");
+  save(page, bytes, record.name, done, console);
   return exit_done;
 }
 

@@ -31,8 +31,9 @@ std::size_t find_control(const Page& page, const PageTarget& target) {
     throw AutomationError(RunTimeError::InvalidCall,
                           page.path() + ": which control? Write " + page.path() + "#NAME; here are: " + listed);
   }
-  throw AutomationError(RunTimeError::InvalidCall, page.path() + ": there is no control \"" + target.name + "\"" +
-                                                       did_you_mean(target.name, names) + " Here are: " + listed);
+  throw AutomationError(RunTimeError::InvalidCall, page.path() + ": there is no control \"" + target.name +
+                                                       "\" (here are: " + listed + ")" +
+                                                       did_you_mean(target.name, names));
 }
 
 LiveControl load_control(TemplateSession& session, const Page& page, std::size_t index) {

@@ -22,13 +22,13 @@ struct Totals {
     controls += result.controls;
     switch (result.outcome) {
       case PublishedFile::Outcome::Written:
-        ++(has_controls ? written : copied);
+        ++written;
         break;
       case PublishedFile::Outcome::Copied:
         ++copied;
         break;
       case PublishedFile::Outcome::Unchanged:
-        ++unchanged;
+        unchanged += has_controls ? 1 : 0;
         break;
       case PublishedFile::Outcome::Failed:
         ++failed;
@@ -49,13 +49,16 @@ struct Totals {
 
 constexpr const char* outcome_words[] = {"written", "unchanged", "copied", "failed"};
 
-void report(const PublishedFile& result, Console& console) {
+void report(const PublishedFile& result, std::span<const Diagnostic> diagnostics, Console& console) {
   const char* const outcome = outcome_words[static_cast<std::size_t>(result.outcome)];
   if (console.options().json) {
-    nlohmann::json object{{"version", json_version},     {"source", result.source},
-                          {"target", result.target},     {"outcome", outcome},
-                          {"controls", result.controls}, {"problems", nlohmann::json::array()}};
-    for (const PageProblem& problem : result.problems) object["problems"].push_back(to_json(problem));
+    nlohmann::json object{{"version", json_version},
+                          {"source", result.source},
+                          {"target", result.target},
+                          {"outcome", outcome},
+                          {"controls", result.controls},
+                          {"problems", to_json(result.problems)},
+                          {"diagnostics", to_json(diagnostics)}};
     console.result(json_line(object));
     return;
   }
@@ -74,13 +77,16 @@ int run_publish(const PublishOptions& options, HeadlessPlatform& host, Console& 
   Totals totals;
   defer_interrupts();
   for (const SiteFile& file : site_files(options.paths, options.output)) {
-    if (interrupted()) return exit_interrupted;
+    if (interrupted()) break;
+    const std::size_t told_before = session.diagnostics.size();
     const PublishedFile result =
         file.is_page ? publisher.publish_page(file.source, file.target) : publisher.copy_file(file.source, file.target);
     totals.add(file, result);
-    report(result, console);
+    report(result, std::span(session.diagnostics).subspan(told_before), console);
   }
-  console.say(totals.sentence());
+  console.say(totals.sentence() + (interrupted() ? "; interrupted" : "") +
+              (console.options().dry_run ? "; nothing was written (--dry-run)" : ""));
+  if (interrupted()) return exit_interrupted;
   return totals.failed > 0 ? exit_failed : exit_done;
 }
 

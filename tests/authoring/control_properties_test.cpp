@@ -65,7 +65,7 @@ TEST(ControlProperties, TakeTextsOfTheirTypes) {
       {"FormatUseDefaultLocale", "Whatever", "Whatever"},
       {"negativeForeColor", "red", "red"},
       {"width", "32767", "32767"},
-      {"width", "-1", "error 5: must be from 0 to 32767 pixels"},
+      {"width", "-1", "error 5: a size takes 0 to 32767 pixels, not -1"},
       {"width", "32768", "error 6: width takes a whole number from -32768 to 32767, not \"32768\""},
       {"visible", "False", "False"},
       {"WidthRatio", "80", "80"},

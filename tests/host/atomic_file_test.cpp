@@ -71,7 +71,8 @@ TEST(ReplaceFile, RefusesWhatIsNoFileAndCleansUp) {
   const std::string start = "error 75: Path/File access error: ";
   EXPECT_EQ(replaced(folder.path("folder")), start + folder.path("folder") + ": Is a directory");
   EXPECT_EQ(replaced(folder.path("pipe")), start + folder.path("pipe") + ": Invalid argument");
-  EXPECT_EQ(replaced(folder.path("none/x")), start + folder.path("none/x") + ": No such file or directory");
+  EXPECT_EQ(replaced(folder.path("none/x")),
+            start + folder.path("none/x") + ": No such file or directory; make its folder first");
   EXPECT_EQ(folder.listing(), "folder pipe ");
 }
 
