@@ -110,9 +110,9 @@ TEST(SettingsFile, LiesWhereConfigurationIsKept) {
     const char *config_home, *home, *path;
   };
   const Case cases[] = {
-      {"/etc/me", "/home/me", "/etc/me/PlexorasDTC/settings"},
-      {nullptr, "/home/me", "/home/me/.config/PlexorasDTC/settings"},
-      {"relative", "/home/me", "/home/me/.config/PlexorasDTC/settings"},
+      {"/etc/me", "/users/me", "/etc/me/PlexorasDTC/settings"},
+      {nullptr, "/users/me", "/users/me/.config/PlexorasDTC/settings"},
+      {"relative", "/users/me", "/users/me/.config/PlexorasDTC/settings"},
       {nullptr, nullptr, ""},
   };
   for (const Case& c : cases) {
