@@ -130,7 +130,10 @@ std::vector<std::string> ControlProperties::names() const {
     }
     names.insert(names.end(), std::begin(ratio_members), std::end(ratio_members));
   }
-  for (const std::string& key : control_.control().GetPropertyKeys()) names.push_back(key);
+  // A custom property of a name that is taken is kept, but cannot be reached by it.
+  for (const std::string& key : control_.control().GetPropertyKeys()) {
+    if (std::find(names.begin(), names.end(), key) == names.end()) names.push_back(key);
+  }
   return names;
 }
 

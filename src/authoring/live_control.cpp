@@ -23,7 +23,7 @@ const ControlType& find_control_type(std::string_view name) {
   std::string known;
   for (const ControlType& type : types) {
     if (type.identifier == name || type.short_name == name) return type;
-    known += (known.empty() ? "" : ", ") + std::string(type.identifier);
+    known += (known.empty() ? "" : ", ") + std::string(type.short_name) + " (" + std::string(type.identifier) + ")";
   }
   throw AutomationError(RunTimeError::CannotCreateObject,
                         "there is no control \"" + std::string(name) + "\" here; known: " + known, "LiveControl");
@@ -41,6 +41,14 @@ LiveControl::LiveControl(TemplateSession& session, const ControlRecord& place, b
   if (is_new) {
     control_->InitProperties();
     return;
+  }
+  // A control has a handful of keys of its own beside its custom properties.
+  constexpr std::size_t most_keys = Dictionary::capacity + 8;
+  if (place.state.size() > most_keys) {
+    throw AutomationError(RunTimeError::SubscriptOutOfRange,
+                          "its state has " + std::to_string(place.state.size()) + " keys, and a control takes " +
+                              std::to_string(most_keys) + " at most",
+                          "LiveControl");
   }
   MemoryPropertyBag bag;
   for (const auto& [key, value] : place.state) bag.write(key, value, Variant());

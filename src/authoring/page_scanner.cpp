@@ -38,8 +38,12 @@ public:
         at_ += control_closing.size();
       } else if (rest.starts_with("<!--")) {
         comment();
+      } else if (rest.starts_with("<?php") || rest.starts_with("<?=")) {
+        skip_past("?>");  // a server's script may leave its end to the end of the page
+      } else if (rest.starts_with("<%")) {
+        skip_past("%>");
       } else if (rest.size() > 1 && (rest[1] == '!' || rest[1] == '?')) {
-        at_ = std::min(page_.find('>', at_), page_.size());
+        skip_past(">");
       } else if (rest.size() > 1 && is_letter(rest[1])) {
         open_tag();
       } else if (rest.size() > 2 && rest[1] == '/' && is_letter(rest[2])) {
@@ -60,6 +64,11 @@ private:
            is_space(rest[control_opening.size()]);
   }
 
+  void skip_past(std::string_view mark) {
+    const std::size_t end = page_.find(mark, at_);
+    at_ = end == npos ? page_.size() : end + mark.size();
+  }
+
   void problem(std::size_t at, std::string what) { result_.problems.push_back({at, std::move(what)}); }
 
   void control() {
@@ -73,9 +82,10 @@ private:
       return;
     }
     span.text_begin = span.state_end + 3;
-    span.text_end = page_.find(control_closing, span.text_begin);
-    const std::size_t next_opening = next_control(span.text_begin);
-    if (span.text_end == npos || next_opening < span.text_end) {
+    // Looked for before the next control alone, so that unclosed controls do not each search the whole page.
+    const std::string_view own = page_.substr(0, next_control(span.text_begin));
+    span.text_end = own.find(control_closing, span.text_begin);
+    if (span.text_end == npos) {
       problem(at_, "this control is not closed; put \"" + std::string(control_closing) + "\" behind its text");
       at_ = span.text_begin;
       return;

@@ -34,7 +34,10 @@ std::string make_text(TemplateSession& session, const ControlRecord& record, std
     collect();
     throw;
   }
-  if (collect()) throw AutomationError(RunTimeError::InvalidCall, "its template failed", "Publisher");
+  if (collect()) {
+    throw AutomationError(RunTimeError::InvalidCall, "its template failed: " + session.diagnostics[told_before].what,
+                          "Publisher");
+  }
   return text;
 }
 
@@ -82,8 +85,7 @@ bool Publisher::write(const std::string& target, std::string_view bytes) {
 PublishedFile Publisher::publish_page(const std::string& source, const std::string& target) {
   PublishedFile result{.source = source, .target = target};
   try {
-    const std::string bytes = read_file(source);
-    const Page page = Page::parse(source, bytes);
+    const Page page = Page::read(source);
     Page::Edit edit(page);
     LastTexts last_texts(target);
     for (std::size_t i = 0; i < page.controls().size(); ++i) {
@@ -118,7 +120,7 @@ PublishedFile Publisher::copy_file(const std::string& source, const std::string&
       result.outcome = PublishedFile::Outcome::Unchanged;
     } else if (writing_ == Writing::Write) {
       std::error_code not_ours_to_change;
-      fs::permissions(target, fs::status(source).permissions(), not_ours_to_change);
+      fs::permissions(target, fs::status(source).permissions() | fs::perms::owner_write, not_ours_to_change);
     }
   } catch (const AutomationError& error) {
     result.problems.push_back({source, {}, error.description()});

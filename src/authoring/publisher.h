@@ -19,7 +19,7 @@ struct PublishedFile {
     Failed,     ///< at least one control, or the page, has a problem; what could be done was done
   };
   std::string source;
-  std::string target;
+  std::string target = {};
   Outcome outcome = Outcome::Unchanged;
   std::size_t controls = 0;  ///< whose text was made
   std::vector<PageProblem> problems = {};
@@ -54,16 +54,17 @@ private:
 /// One file of a site, and where it goes.
 struct SiteFile {
   std::string source;
-  std::string target;
-  bool is_page = false;  ///< by its extension: may hold controls
+  std::string target = {};
+  bool is_page = false;      ///< by its extension: may hold controls
+  std::string problem = {};  ///< why it can be neither read nor listed; empty for a file
 };
 
 /// The files to publish for `paths`, in a fixed order. With no `output` pages go where they are and other files are
 /// left out; else a file goes into `output`, and what is in a folder goes to the same place below `output`.
 ///
-/// The output folder itself and the folders of version control systems are passed over. Raises error 53 for a path
-/// that does not exist, 75 for one that cannot be listed or an output that is a file, and 5 when two files would go to
-/// one place.
+/// Links are followed. The output folder itself, the folders of version control systems and this program's temporary
+/// files are passed over. What cannot be listed is an entry with a `problem`. Raises error 5 when two files would go to
+/// one place, and 75 when `output` is a file.
 std::vector<SiteFile> site_files(const std::vector<std::string>& paths, const std::string& output);
 
 }  // namespace plexoras

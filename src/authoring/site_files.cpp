@@ -31,22 +31,51 @@ bool is_private(const fs::path& folder) {
   return std::find(std::begin(private_folders), std::end(private_folders), name) != std::end(private_folders);
 }
 
-// The regular files below `folder`, by path. Links to folders are not followed, so that none is met twice.
-std::vector<fs::path> files_below(const fs::path& folder, const fs::path& without) {
-  std::vector<fs::path> files;
-  for (fs::recursive_directory_iterator entry(folder), end; entry != end; ++entry) {
-    std::error_code ignored;
-    const bool is_folder = entry->is_directory(ignored);
-    if (is_folder &&
-        (is_private(entry->path()) || (!without.empty() && fs::equivalent(entry->path(), without, ignored)))) {
-      entry.disable_recursion_pending();
-    } else if (entry->is_regular_file(ignored)) {
-      files.push_back(entry->path());
+// What `replace_file` leaves when the machine stops in the middle of it.
+bool is_temporary(const fs::path& path) {
+  const std::string name = path.filename().string();
+  return name.starts_with('.') && name.find(".plexoras-") != std::string::npos;
+}
+
+// Collects the files below a folder, by path.
+class Lister {
+public:
+  explicit Lister(const fs::path& without) : without_(without) {}
+
+  void list(const fs::path& folder) {
+    std::error_code error;
+    const fs::path real = fs::canonical(folder, error);
+    // A link may lead back to a folder that is being listed.
+    if (std::find(open_.begin(), open_.end(), real) != open_.end()) return;
+    std::vector<fs::path> entries;
+    fs::directory_iterator entry(folder, error);
+    for (; !error && entry != fs::directory_iterator(); entry.increment(error)) entries.push_back(entry->path());
+    if (error) files.push_back({.source = folder.string(), .problem = "cannot be listed: " + error.message()});
+    std::sort(entries.begin(), entries.end());
+    open_.push_back(real);
+    for (const fs::path& path : entries) add(path);
+    open_.pop_back();
+  }
+
+  std::vector<SiteFile> files;
+
+private:
+  void add(const fs::path& path) {
+    std::error_code error;
+    const fs::file_status status = fs::status(path, error);
+    if (fs::is_directory(status)) {
+      const bool is_output = !without_.empty() && fs::equivalent(path, without_, error);
+      if (!is_private(path) && !is_output) list(path);
+    } else if (fs::is_regular_file(status)) {
+      if (!is_temporary(path)) files.push_back({.source = path.string(), .is_page = is_page(path)});
+    } else if (!fs::exists(status)) {
+      files.push_back({.source = path.string(), .problem = "this link leads to nothing; mend or remove it"});
     }
   }
-  std::sort(files.begin(), files.end());
-  return files;
-}
+
+  const fs::path& without_;
+  std::vector<fs::path> open_;  // the real paths of the folders being listed
+};
 
 }  // namespace
 
@@ -71,7 +100,16 @@ std::vector<SiteFile> site_files(const std::vector<std::string>& paths, const st
     }
     for (const std::string& path : paths) {
       if (fs::is_directory(path)) {
-        for (const fs::path& file : files_below(path, output)) add(file, file.lexically_relative(path), is_page(file));
+        const fs::path without = output;
+        Lister lister(without);
+        lister.list(path);
+        for (SiteFile& file : lister.files) {
+          if (file.problem.empty()) {
+            add(file.source, fs::path(file.source).lexically_relative(path), file.is_page);
+          } else {
+            files.push_back(std::move(file));
+          }
+        }
       } else {
         // A file that does not exist is one that cannot be published; the others can.
         add(path, fs::path(path).filename(), true);

@@ -46,27 +46,29 @@ std::string_view line_at(std::string_view text, std::size_t start) {
   return text.substr(start, text.find(line_break, start) - start);
 }
 
-// Where the line that starts at `offset` stands; its column is that of its first character that is not blank.
-SourceLocation location_in(std::string_view text, const std::vector<LineMark>* marks, std::size_t offset) {
-  SourceLocation location;
-  LineMark nearest{0, {}, {}, 1};
-  if (marks != nullptr && !marks->empty()) {
-    const auto above = std::upper_bound(marks->begin(), marks->end(), offset,
-                                        [](std::size_t wanted, const LineMark& mark) { return wanted < mark.offset; });
-    nearest = *(above == marks->begin() ? above : above - 1);
-  }
-  location.path = nearest.path;
-  location.section = nearest.section;
-  location.line = nearest.line;
-  for (std::size_t at = nearest.offset; (at = text.find(line_break, at)) < offset; at += line_break.size()) {
-    ++location.line;
-  }
-  const std::size_t indent = line_at(text, offset).find_first_not_of(" \t");
-  location.column = indent == npos ? 1 : indent + 1;
-  return location;
-}
-
 }  // namespace
+
+// Where the line last read from `input` stands; its column is that of its first character that is not blank. Asked for
+// line after line it counts each line once.
+SourceLocation InputStack::location_in(const Input& input) {
+  const std::size_t offset = input.line_start;
+  LineMark nearest{0, {}, {}, 1};
+  if (input.marks != nullptr && !input.marks->empty()) {
+    const auto above = std::upper_bound(input.marks->begin(), input.marks->end(), offset,
+                                        [](std::size_t wanted, const LineMark& mark) { return wanted < mark.offset; });
+    nearest = *(above == input.marks->begin() ? above : above - 1);
+  }
+  const bool goes_on =
+      input.counted.line > 0 && input.counted.offset >= nearest.offset && input.counted.offset <= offset;
+  if (goes_on) nearest = input.counted;
+  for (std::size_t at = nearest.offset; (at = input.text.find(line_break, at)) < offset; at += line_break.size()) {
+    ++nearest.line;
+  }
+  nearest.offset = offset;
+  input.counted = nearest;
+  const std::size_t indent = line_at(input.text, offset).find_first_not_of(" \t");
+  return {std::string(nearest.path), std::string(nearest.section), nearest.line, indent == npos ? 1 : indent + 1};
+}
 
 InputStack::InputStack(SourceText text) { push_section(text); }
 
@@ -114,6 +116,7 @@ void InputStack::push_expansion(std::string_view text, std::string_view call) {
 void InputStack::open(Input& input, std::string_view call) {
   input.position = 0;
   input.line_start = 0;
+  input.counted = {};
   (input.finished_calls.empty() ? input.call : input.finished_calls.back().text).assign(call);
 }
 
@@ -227,7 +230,7 @@ SourceLocation InputStack::location(const char* at) const {
     while (inputs_[index].finished_calls.empty()) --index;
     return inputs_[index].finished_calls.back().where;
   }
-  SourceLocation location = location_in(input->text, input->marks, input->line_start);
+  SourceLocation location = location_in(*input);
   if (at == nullptr || input != &inputs_[line_input_]) return location;
 
   const auto logical = static_cast<std::size_t>(at - line_.data());
@@ -258,7 +261,7 @@ std::string InputStack::source_line(const SourceLocation& where) const {
     return inputs_[index].finished_line;
   }
   std::size_t start = input->line_start;
-  const std::size_t first_line = location_in(input->text, input->marks, start).line;
+  const std::size_t first_line = location_in(*input).line;
   for (std::size_t line = first_line; line < where.line && start < input->text.size(); ++line) {
     start += line_at(input->text, start).size() + line_break.size();
   }
@@ -275,9 +278,7 @@ std::vector<Diagnostic::Note> InputStack::notes() const {
     std::size_t below = i - 1;
     while (inputs_[below].is_expansion && inputs_[below].finished_calls.empty()) --below;
     const Input& caller = inputs_[below];
-    notes.push_back({caller.is_expansion ? caller.finished_calls.back().where
-                                         : location_in(caller.text, caller.marks, caller.line_start),
-                     input.call});
+    notes.push_back({caller.is_expansion ? caller.finished_calls.back().where : location_in(caller), input.call});
   }
   for (Diagnostic::Note& note : notes) {
     if (note.text.starts_with('#')) note.text.insert(0, "in the expansion of ");

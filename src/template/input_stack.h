@@ -65,6 +65,7 @@ private:
     std::size_t position = 0;
     std::size_t line_start = 0;  // of the line last read from here
     std::string call;            // how the text below brought this one in: a macro call's line, or words
+    mutable LineMark counted;    // the last place in it whose line was asked for: the next one is counted from there
     // Calls made by texts that were used up by making them, outermost first, and the line of the last of them.
     std::vector<Diagnostic::Note> finished_calls;
     std::string finished_line;
@@ -82,6 +83,7 @@ private:
   void remember(std::string_view raw, bool lasts, bool several = false);
   std::string_view read_physical_line(Input& input);
   void join_continued_lines();
+  static SourceLocation location_in(const Input& input);
   const Input* input_in_file() const;
   std::string_view raw_line() const { return pieces_[(piece_count_ - 1) % pieces_.size()].text; }
 

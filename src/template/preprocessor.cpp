@@ -48,8 +48,7 @@ std::string what_failed(RunTimeError number, const std::string& description, con
     what += ": references, macro calls or inclusions nest more than " + std::to_string(limits.nesting) +
             " deep; does something refer to itself?";
   } else if (number == RunTimeError::OutOfStringSpace) {
-    what += ": expansion made more than " + std::to_string(limits.text_bytes >> 20) +
-            " MiB of text; does something repeat itself?";
+    what += ": expansion makes more text than its limits allow; does something repeat itself?";
   }
   return what + " (error " + std::to_string(static_cast<int>(number)) + ")";
 }
@@ -198,7 +197,7 @@ void Preprocessor::include(std::string_view rest) {
   const std::string_view file = from.found ? from.after : std::string_view(file_name_);
   bool missing = false;
   const SourceText text = session_.files.section(file, section, &missing);
-  if (missing) session_.warn_of_missing_file(file, described());
+  if (missing && session_.missing_files_.emplace(file).second) session_.warn_of_missing_file(file, described());
   session_.allow_for_files_read();
   session_.charge(text.text.size());
   if (text.text.empty()) return;

@@ -28,6 +28,7 @@ void TemplateSession::open_request(std::size_t given_bytes) {
   allow_for(given_bytes);
   files_allowed_for_ = 0;
   allow_for_files_read();
+  missing_files_.clear();
   exhausted_ = false;
   told_ = false;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -94,10 +95,11 @@ private:
   std::size_t depth_ = 0;
   std::size_t used_ = 0;
   std::size_t allowed_ = 0;
-  std::size_t largest_ = 0;            // what one expansion may make
-  std::size_t files_allowed_for_ = 0;  // bytes
-  bool exhausted_ = false;             // the request has run out: every run of it ends
-  bool told_ = false;                  // and the author has been told
+  std::size_t largest_ = 0;              // what one expansion may make
+  std::size_t files_allowed_for_ = 0;    // bytes
+  bool exhausted_ = false;               // the request has run out: every run of it ends
+  std::set<std::string> missing_files_;  // that the request has asked for and been warned of
+  bool told_ = false;                    // and the author has been told
 };
 
 }  // namespace plexoras

@@ -113,10 +113,7 @@ void tell(const std::vector<Diagnostic>& diagnostics, Console& console) {
 // What a control saves depends on what its template declares, so that nothing is written while that fails.
 void refuse_broken_template(const std::vector<Diagnostic>& diagnostics, Console& console) {
   tell(diagnostics, console);
-  const bool failed = std::any_of(diagnostics.begin(), diagnostics.end(), [](const Diagnostic& diagnostic) {
-    return diagnostic.severity == Diagnostic::Severity::Error;
-  });
-  if (!failed) return;
+  if (diagnostics.empty()) return;
   throw AutomationError(RunTimeError::InvalidCall, "the control's template cannot be used; nothing was written");
 }
 
@@ -124,6 +121,7 @@ void refuse_broken_template(const std::vector<Diagnostic>& diagnostics, Console&
 void save(const Page& page, const std::string& bytes, const std::string& name, const std::string& done,
           Console& console) {
   const bool is_dry = console.options().dry_run;
+  defer_interrupts();  // a page is written whole or not at all, and nothing is left beside it
   const bool changes = is_dry ? bytes != page.bytes() : write_if_changed(page.path(), bytes);
   if (console.options().json) {
     console.result(json_line({{"version", json_version},
@@ -195,7 +193,7 @@ int run_new(const NewOptions& options, HeadlessPlatform& host, Console& console)
   const std::string bytes = edit.result();
   check_new_control(page, bytes, record);
   save(page, bytes, record.name, " added", console);
-  return exit_done;
+  return interrupted() ? exit_interrupted : exit_done;
 }
 
 int run_get(const GetOptions& options, HeadlessPlatform& host, Console& console) {
@@ -238,10 +236,11 @@ int run_get(const GetOptions& options, HeadlessPlatform& host, Console& console)
 int run_set(const SetOptions& options, HeadlessPlatform& host, Console& console) {
   SilentMessageBox silent;
   host.platform().message_box = &silent;
-  std::vector<Assignment> assignments;
-  if (!options.from.empty()) assignments = read_assignments(options.from);
-  for (Assignment& assignment : parse_assignments(options.assignments)) assignments.push_back(std::move(assignment));
-  if (assignments.empty()) throw UsageError("nothing to set; write PROPERTY=VALUE or --from FILE");
+  // What a control was read from may hold properties that no template declares.
+  const std::vector<Assignment> copied =
+      options.from.empty() ? std::vector<Assignment>() : read_assignments(options.from);
+  const std::vector<Assignment> assignments = parse_assignments(options.assignments);
+  if (copied.empty() && assignments.empty()) throw UsageError("nothing to set; write PROPERTY=VALUE or --from FILE");
 
   const PageTarget target = parse_page_target(options.target);
   const Page page = Page::read(target.page);
@@ -250,6 +249,7 @@ int run_set(const SetOptions& options, HeadlessPlatform& host, Console& console)
   LiveControl control = load_control(session, page, index);
   refuse_broken_template(session.diagnostics, console);
   ControlProperties properties(control);
+  assign(properties, copied, ControlProperties::NewKeys::Accept, options.target);
   assign(properties, assignments,
          options.custom ? ControlProperties::NewKeys::Accept : ControlProperties::NewKeys::Refuse, options.target);
 
@@ -258,10 +258,10 @@ int run_set(const SetOptions& options, HeadlessPlatform& host, Console& console)
   edit.replace_record(index, record);
   const std::string bytes = edit.result();
   Page::parse(page.path(), bytes);  // tells of a new name that is taken
-  const std::size_t count = assignments.size();
+  const std::size_t count = copied.size() + assignments.size();
   const std::string done = ": " + std::to_string(count) + (count == 1 ? " property set" : " properties set");
   save(page, bytes, record.name, done, console);
-  return exit_done;
+  return interrupted() ? exit_interrupted : exit_done;
 }
 
 }  // namespace plexoras

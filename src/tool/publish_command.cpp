@@ -67,6 +67,17 @@ void report(const PublishedFile& result, std::span<const Diagnostic> diagnostics
   console.detail(result.target + ": " + outcome);
 }
 
+PublishedFile publish(Publisher& publisher, const SiteFile& file) {
+  if (!file.problem.empty()) {
+    return {.source = file.source,
+            .target = file.target,
+            .outcome = PublishedFile::Outcome::Failed,
+            .problems = {{file.source, {}, file.problem}}};
+  }
+  return file.is_page ? publisher.publish_page(file.source, file.target)
+                      : publisher.copy_file(file.source, file.target);
+}
+
 }  // namespace
 
 int run_publish(const PublishOptions& options, HeadlessPlatform& host, Console& console) {
@@ -79,8 +90,7 @@ int run_publish(const PublishOptions& options, HeadlessPlatform& host, Console& 
   for (const SiteFile& file : site_files(options.paths, options.output)) {
     if (interrupted()) break;
     const std::size_t told_before = session.diagnostics.size();
-    const PublishedFile result =
-        file.is_page ? publisher.publish_page(file.source, file.target) : publisher.copy_file(file.source, file.target);
+    const PublishedFile result = publish(publisher, file);
     totals.add(file, result);
     report(result, std::span(session.diagnostics).subspan(told_before), console);
   }

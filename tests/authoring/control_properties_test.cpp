@@ -29,7 +29,7 @@ TEST(LiveControl, BeginsWithTheDataItShows) {
   EXPECT_EQ(loaded.component()->get("XmlContents"), shown);
 
   EXPECT_EQ(outcome([&] { return LiveControl::make_new(author.session, "chat", "A").record().name; }),
-            "error 429: there is no control \"chat\" here; known: PlexorasDTC.DiagramDTC");
+            "error 429: there is no control \"chat\" here; known: chart (PlexorasDTC.DiagramDTC)");
 }
 
 TEST(ControlProperties, CoverThePlaceTheChartAndTheTemplate) {

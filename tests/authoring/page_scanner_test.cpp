@@ -51,6 +51,8 @@ TEST(PageScanner, FindsControlsWhereTheyAreControls) {
       {"behind a comment with a quote", "<!-- it's <b title=\" -->@", "{1}"},
       {"behind empty comments", "<!--><title>@</title><!--->@", "{1}"},
       {"behind declarations", "<!DOCTYPE html><?xml version='1.0'?><![CDATA[x]]>@", "{1}"},
+      {"in a server's script", "<?php if ($a->b) echo '@' ?>@<%= \"@\" %>@", "{1}{1}"},
+      {"in a server's script without an end", "@<?php echo '@';", "{1}"},
       {"behind stray brackets", "1 < 2 <> <3 </ > @", "{1}"},
       {"at an unclosed tag", "@<a href=\"x", "{1}"},
       {"at an unclosed comment", "@<!-- x", "{1}"},
