@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "chart_control/chart_component.h"
 #include "host/automation.h"
 
 namespace plexoras {
@@ -14,7 +15,7 @@ namespace plexoras {
 class ComponentRegistry;
 
 /// The component identifier under which `DiagramApplet` is created.
-inline constexpr std::string_view diagram_applet_identifier = "Plexoras.DiagramApplet";
+inline constexpr std::string_view diagram_applet_identifier = chart_component::identifier;
 
 /// The chart component that ships with the library: it keeps every property of one chart and its data, and reads and
 /// writes the documents that these travel in. It draws nothing; a published page does that.
@@ -45,7 +46,7 @@ inline constexpr std::string_view diagram_applet_identifier = "Plexoras.DiagramA
 class DiagramApplet final : public AutomationObject {
 public:
   /// The dispatch identifier of `Refresh`.
-  static constexpr std::int32_t refresh_id = 367;
+  static constexpr std::int32_t refresh_id = chart_component::repaint_id;
 
   DiagramApplet();
 

@@ -33,13 +33,15 @@ public:
   void InitProperties() override;
   /// The host has opened a page that holds this control. The keys are read in the order "AppletID", "XmlStyle",
   /// custom properties, "ColSelection", "RowSelection". Contents that the component refuses are ignored. A read that
-  /// fails is raised, and the steps after it do not run.
+  /// fails is raised, and the steps after it do not run. A host that shows no design view gets a chart component all
+  /// the same, as by `InitObject`: there would be nothing to keep the state.
   void ReadProperties(PropertyBag& bag) override;
   /// The host saves the page: "AppletID", "XmlStyle", "ColSelection", "RowSelection", then the custom properties.
   void WriteProperties(PropertyBag& bag) override;
   /// The whole state as hexadecimal text, two upper-case digits a byte.
   std::string GetPropertiesBytes();
-  /// Error 5 when `text` is not such a text; the control then stays as it was.
+  /// Error 5 when `text` is not such a text; the control then stays as it was. What the component refuses of a state
+  /// that can be read is raised as by `ReadProperties`.
   void SetPropertiesBytes(std::string_view text);
 
   /// Creates the chart component when there is none: for a control that has no design view.

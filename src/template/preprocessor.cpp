@@ -83,8 +83,7 @@ bool Preprocessor::run(SourceText source, std::string& output) {
   }
   session_.active_ = this;
 
-  InputStack input(source);
-  input_ = &input;
+  input_.emplace(source);
   output_ = &output;
   output.reserve(source.text.size() + source.text.size() / 16);  // templates mostly give a little more than they are
   try {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -79,7 +80,7 @@ private:
   const std::string& file_name_;
 
   Preprocessor* outer_ = nullptr;  // the run whose bracketed reference asked for this one
-  InputStack* input_ = nullptr;
+  std::optional<InputStack> input_;
   std::string* output_ = nullptr;
   std::array<bool, levels> skipping_ = {};
   std::size_t level_ = 0;
