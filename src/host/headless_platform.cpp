@@ -119,9 +119,9 @@ std::string NativeFileSystem::read(std::string_view path) { return read_file(nat
 
 HeadlessPlatform::HeadlessPlatform() : HeadlessPlatform(Options()) {}
 
-HeadlessPlatform::HeadlessPlatform(Options options)
-    : settings_(std::move(options.settings_path)),
-      files_(std::move(options.module_directory)),
+HeadlessPlatform::HeadlessPlatform(const Options& options)
+    : settings_(options.settings_path),
+      files_(options.module_directory),
       platform_{.settings = settings_,
                 .files = files_,
                 .components = components_,

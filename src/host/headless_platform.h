@@ -59,7 +59,7 @@ public:
   };
 
   HeadlessPlatform();
-  explicit HeadlessPlatform(Options options);
+  explicit HeadlessPlatform(const Options& options);
   HeadlessPlatform(const HeadlessPlatform&) = delete;
   HeadlessPlatform& operator=(const HeadlessPlatform&) = delete;
 

@@ -70,7 +70,7 @@ SourceLocation InputStack::location_in(const Input& input) {
   return {std::string(nearest.path), std::string(nearest.section), nearest.line, indent == npos ? 1 : indent + 1};
 }
 
-InputStack::InputStack(SourceText text) { push_section(text); }
+InputStack::InputStack(const SourceText& text) { push_section(text); }
 
 InputStack::Input& InputStack::push() {
   if (used_ > 1 && at_end_of_text()) {
@@ -96,7 +96,7 @@ void InputStack::pass_plain_line(std::string_view line) {
   piece.text = piece.copy;
 }
 
-void InputStack::push_section(SourceText text) {
+void InputStack::push_section(const SourceText& text) {
   Input& input = push();
   input.text = text.text;
   input.marks = text.marks;

@@ -24,7 +24,7 @@ namespace plexoras {
 class InputStack {
 public:
   /// Begins with `text`, which must live as long as this object.
-  explicit InputStack(SourceText text);
+  explicit InputStack(const SourceText& text);
 
   /// Reads the next line into `line()`; false at the end of all texts.
   bool next();
@@ -38,7 +38,7 @@ public:
   /// Takes `line`, which has no line break, as read: for a line that a macro made and that stands for itself.
   void pass_plain_line(std::string_view line);
   /// Pushes a section, which must live as long as this object.
-  void push_section(SourceText text);
+  void push_section(const SourceText& text);
   /// Pushes a line that the call on the line `call` made; both are copied.
   void push_expansion(std::string_view text, std::string_view call);
 
