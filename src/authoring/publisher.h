@@ -62,9 +62,9 @@ struct SiteFile {
 /// The files to publish for `paths`, in a fixed order. With no `output` pages go where they are and other files are
 /// left out; else a file goes into `output`, and what is in a folder goes to the same place below `output`.
 ///
-/// Links are followed. The output folder itself, the folders of version control systems and this program's temporary
-/// files are passed over. What cannot be listed is an entry with a `problem`. Raises error 5 when two files would go to
-/// one place, and 75 when `output` is a file.
+/// Links to folders are followed for a mirror, each folder once, and left alone in place. The output folder itself, the
+/// folders of version control systems and this program's temporary files are passed over. What cannot be listed is an
+/// entry with a `problem`. Raises error 5 when two files would go to one place, and 75 when `output` is a file.
 std::vector<SiteFile> site_files(const std::vector<std::string>& paths, const std::string& output);
 
 }  // namespace plexoras

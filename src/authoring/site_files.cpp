@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <map>
+#include <set>
 
 #include "authoring/publisher.h"
 #include "host/automation.h"
@@ -37,10 +38,11 @@ bool is_temporary(const fs::path& path) {
   return name.starts_with('.') && name.find(".plexoras-") != std::string::npos;
 }
 
-// Collects the files below a folder, by path.
+// Collects the files below a folder, by path. Links to folders are followed for a mirror alone, which needs what they
+// lead to; in place they would lead out of the folder that was named.
 class Lister {
 public:
-  explicit Lister(const fs::path& without) : without_(without) {}
+  explicit Lister(const fs::path& output) : output_(output) {}
 
   void list(const fs::path& folder) {
     std::error_code error;
@@ -64,8 +66,13 @@ private:
     std::error_code error;
     const fs::file_status status = fs::status(path, error);
     if (fs::is_directory(status)) {
-      const bool is_output = !without_.empty() && fs::equivalent(path, without_, error);
-      if (!is_private(path) && !is_output) list(path);
+      const bool is_output = !output_.empty() && fs::equivalent(path, output_, error);
+      if (is_private(path) || is_output) return;
+      if (fs::is_symlink(fs::symlink_status(path, error))) {
+        follow(path);
+      } else {
+        list(path);
+      }
     } else if (fs::is_regular_file(status)) {
       if (!is_temporary(path)) files.push_back({.source = path.string(), .is_page = is_page(path)});
     } else if (!fs::exists(status)) {
@@ -73,8 +80,20 @@ private:
     }
   }
 
-  const fs::path& without_;
-  std::vector<fs::path> open_;  // the real paths of the folders being listed
+  // Each folder once: links among links would otherwise multiply.
+  void follow(const fs::path& link) {
+    if (output_.empty()) return;
+    std::error_code error;
+    if (followed_.insert(fs::canonical(link, error)).second) {
+      list(link);
+    } else {
+      files.push_back({.source = link.string(), .problem = "another link has brought in this folder; copy it here"});
+    }
+  }
+
+  const fs::path& output_;
+  std::vector<fs::path> open_;   // the real paths of the folders being listed
+  std::set<fs::path> followed_;  // the real paths that links have led to
 };
 
 }  // namespace
@@ -100,8 +119,8 @@ std::vector<SiteFile> site_files(const std::vector<std::string>& paths, const st
     }
     for (const std::string& path : paths) {
       if (fs::is_directory(path)) {
-        const fs::path without = output;
-        Lister lister(without);
+        const fs::path output_folder = output;
+        Lister lister(output_folder);
         lister.list(path);
         for (SiteFile& file : lister.files) {
           if (file.problem.empty()) {

@@ -112,9 +112,11 @@ void tell(const std::vector<Diagnostic>& diagnostics, Console& console) {
 
 // What a control saves depends on what its template declares, so that nothing is written while that fails.
 void refuse_broken_template(const std::vector<Diagnostic>& diagnostics, Console& console) {
-  tell(diagnostics, console);
   if (diagnostics.empty()) return;
-  throw AutomationError(RunTimeError::InvalidCall, "the control's template cannot be used; nothing was written");
+  tell(diagnostics, console);
+  const Diagnostic& first = diagnostics.front();
+  throw AutomationError(RunTimeError::InvalidCall, "the control's template cannot be used, and nothing was written: " +
+                                                       to_text(first.where) + ": " + first.what);
 }
 
 // Writes the page with control `name` in its new state; `done` says what was done to it.

@@ -231,16 +231,21 @@ TEST(SiteFiles, RefuseWhatCannotBeDone) {
   EXPECT_EQ(refusal({"a", "b"}, "o"), "error 5: a/x.html and b/x.html would both be written to o/x.html");
   EXPECT_EQ(refusal({"a", "none"}, ""), "[a/x.html] [none] ");  // told when it is published
 
-  // Links are followed once, one to nothing is told, and what a crash left is no part of the site.
+  // Links are followed once, a second one and one to nothing are told, and what a crash left is no part of the site.
   fs::create_directory_symlink("../b", folder.path("a/link"));
   fs::create_directory_symlink("..", folder.path("a/up"));
   fs::create_symlink("gone", folder.path("a/lost"));
+  fs::create_directory_symlink("../b", folder.path("a/twice"));
   folder.write("a/.x.html.plexoras-abcdef", "");
-  std::string listed;
-  for (const SiteFile& file : site_files({folder.path("a")}, folder.path("o"))) {
-    listed += file.source + (file.problem.empty() ? " " : "! ");
-  }
-  EXPECT_EQ(replaced_all(listed, folder.path() + "/", ""), "a/link/x.html a/lost! a/up/b/x.html a/x.html ");
+  const auto listed = [&](const std::string& output) {
+    std::string text;
+    for (const SiteFile& file : site_files({folder.path("a")}, output)) {
+      text += file.source + (file.problem.empty() ? " " : "! ");
+    }
+    return replaced_all(text, folder.path() + "/", "");
+  };
+  EXPECT_EQ(listed(folder.path("o")), "a/link/x.html a/lost! a/twice! a/up/b/x.html a/x.html ");
+  EXPECT_EQ(listed(""), "a/lost! a/x.html ");  // in place nothing outside the folder is written
 }
 
 }  // namespace
