@@ -10,16 +10,14 @@ namespace fs = std::filesystem;
 namespace plexoras {
 namespace {
 
-// The text of one control. What its template had to say goes to `details`; any of it is a failure here, since readers
+// The text of one control. What its template had to say goes to `told`; any of it is a failure here, since readers
 // would see its traces.
-std::string make_text(TemplateSession& session, const ControlRecord& record, std::string& details) {
+std::string make_text(TemplateSession& session, const ControlRecord& record, std::vector<Diagnostic>& told) {
   const std::size_t told_before = session.diagnostics.size();
   const auto collect = [&] {
-    for (std::size_t i = told_before; i < session.diagnostics.size(); ++i) {
-      const std::string text = to_text(session.diagnostics[i]);
-      if (details.find(text) == std::string::npos) details += text;
-    }
-    return session.diagnostics.size() > told_before;
+    const auto first = session.diagnostics.begin() + static_cast<std::ptrdiff_t>(told_before);
+    told.insert(told.end(), first, session.diagnostics.end());
+    return first != session.diagnostics.end();
   };
   std::string text;
   try {
@@ -91,7 +89,7 @@ PublishedFile Publisher::publish_page(const std::string& source, const std::stri
     for (std::size_t i = 0; i < page.controls().size(); ++i) {
       const Page::Control& control = page.controls()[i];
       try {
-        edit.replace_text(i, make_text(session_, control.record, result.details));
+        edit.replace_text(i, make_text(session_, control.record, result.diagnostics));
         ++result.controls;
       } catch (const AutomationError& error) {
         // In place the text is there already, and stays byte for byte.

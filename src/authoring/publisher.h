@@ -23,7 +23,7 @@ struct PublishedFile {
   Outcome outcome = Outcome::Unchanged;
   std::size_t controls = 0;  ///< whose text was made
   std::vector<PageProblem> problems = {};
-  std::string details = {};  ///< what the templates had to say about the problems, lines ended by LF
+  std::vector<Diagnostic> diagnostics = {};  ///< what the templates had to say about the problems
 };
 
 /// Makes pages for readers: the text of every control is made anew from its state and its template.

@@ -75,7 +75,7 @@ private:
       }
     } else if (fs::is_regular_file(status)) {
       if (!is_temporary(path)) files.push_back({.source = path.string(), .is_page = is_page(path)});
-    } else if (!fs::exists(status)) {
+    } else if (!fs::exists(status) && (!output_.empty() || is_page(path))) {
       files.push_back({.source = path.string(), .problem = "this link leads to nothing; mend or remove it"});
     }
   }

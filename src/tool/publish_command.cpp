@@ -1,4 +1,5 @@
 #include <nlohmann/json.hpp>
+#include <set>
 
 #include "authoring/publisher.h"
 #include "host/headless_platform.h"
@@ -49,7 +50,7 @@ struct Totals {
 
 constexpr const char* outcome_words[] = {"written", "unchanged", "copied", "failed"};
 
-void report(const PublishedFile& result, std::span<const Diagnostic> diagnostics, Console& console) {
+void report(const PublishedFile& result, Console& console) {
   const char* const outcome = outcome_words[static_cast<std::size_t>(result.outcome)];
   if (console.options().json) {
     nlohmann::json object{{"version", json_version},
@@ -58,12 +59,17 @@ void report(const PublishedFile& result, std::span<const Diagnostic> diagnostics
                           {"outcome", outcome},
                           {"controls", result.controls},
                           {"problems", to_json(result.problems)},
-                          {"diagnostics", to_json(diagnostics)}};
+                          {"diagnostics", to_json(result.diagnostics)}};
     console.result(json_line(object));
     return;
   }
   for (const PageProblem& problem : result.problems) console.problem(to_text(problem) + "\n");
-  console.problem(result.details);
+  // Controls that share a template fail in the same place: once is enough.
+  std::set<std::string> told;
+  for (const Diagnostic& diagnostic : result.diagnostics) {
+    const std::string text = to_text(diagnostic);
+    if (told.insert(text).second) console.problem(text);
+  }
   console.detail(result.target + ": " + outcome);
 }
 
@@ -89,10 +95,9 @@ int run_publish(const PublishOptions& options, HeadlessPlatform& host, Console& 
   defer_interrupts();
   for (const SiteFile& file : site_files(options.paths, options.output)) {
     if (interrupted()) break;
-    const std::size_t told_before = session.diagnostics.size();
     const PublishedFile result = publish(publisher, file);
     totals.add(file, result);
-    report(result, std::span(session.diagnostics).subspan(told_before), console);
+    report(result, console);
   }
   console.say(totals.sentence() + (interrupted() ? "; interrupted" : "") +
               (console.options().dry_run ? "; nothing was written (--dry-run)" : ""));

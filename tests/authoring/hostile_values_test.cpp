@@ -70,7 +70,7 @@ void follow(const std::string& value, const std::vector<std::string>& names) {
   Publisher publisher(author.session);
   const PublishedFile published = publisher.publish_page(path, path);
   ASSERT_EQ(published.outcome, PublishedFile::Outcome::Written)
-      << (published.problems.empty() ? "" : to_text(published.problems[0])) << published.details;
+      << (published.problems.empty() ? "" : to_text(published.problems[0])) << published.diagnostics.size();
   expect_same_controls();
   const Page page = Page::read(path);
   const ControlSpan& span = page.controls()[1].span;
