@@ -6,8 +6,10 @@
 
 #include <cerrno>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <random>
+#include <span>
 #include <system_error>
 #include <utility>
 
@@ -162,29 +164,48 @@ void sync_directory_of(const fs::path& target) {
   if (errno != EINVAL && errno != ENOTSUP) fail_to_write(target.string(), errno);
 }
 
+// How many bytes of the file were put into `room`; 0 at its end.
+std::size_t read_some(const Descriptor& file, std::span<char> room, const std::string& path) {
+  while (true) {
+    const ssize_t count = ::read(file.number(), room.data(), room.size());
+    if (count >= 0) return static_cast<std::size_t>(count);
+    if (errno != EINTR) fail_to_read(path, errno);
+  }
+}
+
+// A file that has been opened for reading, and what the system says of it.
+struct OpenedFile {
+  explicit OpenedFile(const std::string& path) : file(::open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
+    if (!file.is_open() || ::fstat(file.number(), &status) != 0) fail_to_read(path, errno);
+    if (S_ISDIR(status.st_mode)) fail_to_read(path, EISDIR);
+  }
+
+  Descriptor file;
+  struct stat status {};
+};
+
 }  // namespace
 
+void read_file_pieces(const std::string& path, const std::function<void(std::string_view)>& take) {
+  const OpenedFile opened(path);
+  constexpr std::size_t piece_size = 262144;
+  const auto piece = std::make_unique_for_overwrite<char[]>(piece_size);
+  while (const std::size_t count = read_some(opened.file, {piece.get(), piece_size}, path)) take({piece.get(), count});
+}
+
 std::string read_file(const std::string& path) {
-  const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
-  struct stat status {};
-  if (!file.is_open() || ::fstat(file.number(), &status) != 0) fail_to_read(path, errno);
-  if (S_ISDIR(status.st_mode)) fail_to_read(path, EISDIR);
+  const OpenedFile opened(path);
 
   // A regular file is read into a text of its size and one byte more, so that its end shows at once; what has no
   // size (a pipe) grows step by step.
   constexpr std::size_t smallest_step = 65536;
   std::string bytes;
   std::size_t filled = 0;
-  bytes.resize(S_ISREG(status.st_mode) ? static_cast<std::size_t>(status.st_size) + 1 : smallest_step);
-  while (true) {
+  const bool has_size = S_ISREG(opened.status.st_mode);
+  bytes.resize(has_size ? static_cast<std::size_t>(opened.status.st_size) + 1 : smallest_step);
+  while (const std::size_t count = read_some(opened.file, std::span(bytes).subspan(filled), path)) {
+    filled += count;
     if (filled == bytes.size()) bytes.resize(2 * bytes.size() + smallest_step);
-    const ssize_t count = ::read(file.number(), bytes.data() + filled, bytes.size() - filled);
-    if (count == 0) break;
-    if (count > 0) {
-      filled += static_cast<std::size_t>(count);
-    } else if (errno != EINTR) {
-      fail_to_read(path, errno);
-    }
   }
   bytes.resize(filled);
   return bytes;

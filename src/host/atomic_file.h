@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -9,6 +10,9 @@ namespace plexoras {
 ///
 /// Error 53 when there is no such file, 75 when it cannot be read or is a directory; both name the path.
 std::string read_file(const std::string& path);
+
+/// Gives the same bytes to `take`, piece by piece, and holds one piece at a time. What `take` raises comes through.
+void read_file_pieces(const std::string& path, const std::function<void(std::string_view)>& take);
 
 /// Makes `bytes` the content of the file at `path`, so that a crash leaves the old content or the new one.
 ///

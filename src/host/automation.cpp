@@ -244,6 +244,14 @@ Variant Variant::converted_to(ValueType target) const {
   mismatch(type(), target);
 }
 
+std::optional<double> number_of_text(std::string_view text) {
+  try {
+    return parsed_number(text);
+  } catch (const AutomationError&) {
+    return std::nullopt;  // too large
+  }
+}
+
 Variant AutomationObject::call_by_id(std::int32_t dispatch_id) {
   throw AutomationError(RunTimeError::NoSuchMember, std::string(customary_description(RunTimeError::NoSuchMember)) +
                                                         ": dispatch identifier " + std::to_string(dispatch_id));

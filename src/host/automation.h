@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <stdexcept>
 #include <string>
@@ -98,6 +99,10 @@ public:
 private:
   std::variant<std::monostate, std::int16_t, std::int32_t, double, bool, std::string, StringList, ObjectRef> value_;
 };
+
+/// The number that `text` is by the rule of `Variant`; nothing when it is none, or one that no double can hold. Forms
+/// take such text as 0: `number_of_text(txtValue.text()).value_or(0)`.
+std::optional<double> number_of_text(std::string_view text);
 
 using Arguments = std::span<const Variant>;
 

@@ -117,6 +117,10 @@ bool NativeFileSystem::can_read(std::string_view path) {
 
 std::string NativeFileSystem::read(std::string_view path) { return read_file(native_path(path)); }
 
+void NativeFileSystem::read_pieces(std::string_view path, const std::function<void(std::string_view)>& take) {
+  read_file_pieces(native_path(path), take);
+}
+
 HeadlessPlatform::HeadlessPlatform() : HeadlessPlatform(Options()) {}
 
 HeadlessPlatform::HeadlessPlatform(const Options& options)

@@ -35,6 +35,7 @@ public:
 
   bool can_read(std::string_view path) override;
   std::string read(std::string_view path) override;
+  void read_pieces(std::string_view path, const std::function<void(std::string_view)>& take) override;
   std::string shown(std::string_view path) override { return native_path(path); }
   std::string module_directory() override { return module_directory_; }
 

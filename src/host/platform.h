@@ -31,6 +31,11 @@ public:
   virtual bool can_read(std::string_view path) = 0;
   /// The bytes of a file. Error 53 when there is no such file, 75 when it cannot be read.
   virtual std::string read(std::string_view path) = 0;
+  /// Gives the bytes of a file to `take`, in order and in pieces, without holding all of them at once. Errors as with
+  /// `read`; what `take` raises comes through.
+  virtual void read_pieces(std::string_view path, const std::function<void(std::string_view)>& take) {
+    take(read(path));
+  }
   /// `path` as this system writes it, for messages.
   virtual std::string shown(std::string_view path) { return std::string(path); }
   /// The directory of the library's own files, ending in a separator.

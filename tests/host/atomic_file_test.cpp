@@ -106,5 +106,29 @@ TEST(ReadFile, GivesEveryByteOrTheReason) {
             "error 75: Path/File access error: " + folder.path() + ": Is a directory");
 }
 
+TEST(ReadFilePieces, GivesTheBytesInOrderOrTheReason) {
+  const TemporaryDirectory folder;
+  const auto in_pieces = [](const std::string& path) {
+    return outcome([&] {
+      std::string bytes;
+      read_file_pieces(path, [&](std::string_view piece) { bytes += piece; });
+      return bytes;
+    });
+  };
+  std::string text("\0\r\n", 3);
+  for (int i = 0; i < 200'000; ++i) text += std::to_string(i);
+  EXPECT_TRUE(in_pieces(folder.write("long", text)) == text);
+  EXPECT_EQ(in_pieces(folder.write("empty", "")), "");
+  for (const std::string& path : {folder.path("none"), folder.path()}) {
+    EXPECT_EQ(in_pieces(path), outcome([&] { return read_file(path); })) << path;
+  }
+  EXPECT_EQ(outcome([&] {
+              read_file_pieces(folder.path("long"),
+                               [](std::string_view) { throw AutomationError(RunTimeError::Overflow); });
+              return "done";
+            }),
+            "error 6: Overflow");
+}
+
 }  // namespace
 }  // namespace plexoras

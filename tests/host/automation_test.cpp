@@ -92,6 +92,16 @@ TEST(Variant, ConvertsToEveryTypeOrSaysWhyNot) {
             "error 91: Object variable not set");
 }
 
+TEST(NumberOfText, ReadsLikeAVariantAndNeverFails) {
+  struct Case {
+    std::string_view text;
+    std::optional<double> number;
+  };
+  const Case cases[] = {{" +2.50\t", 2.5},  {"-1e3", -1000.0},     {"1e-999", 0.0},      {"1e999", std::nullopt},
+                        {"", std::nullopt}, {"1,5", std::nullopt}, {"inf", std::nullopt}};
+  for (const Case& c : cases) EXPECT_EQ(number_of_text(c.text), c.number) << c.text;
+}
+
 TEST(Variant, EqualsOnlyInTheSameType) {
   EXPECT_NE(Variant(1), Variant(std::int16_t{1}));
   EXPECT_NE(Variant("1"), Variant(1));
