@@ -44,23 +44,18 @@ private:
 
     const Piece columns = next_tag();
     expect_start("cols", columns);
-    if (columns.kind == Kind::StartTag) read_texts("col", table_.columns);
+    if (columns.kind == Kind::StartTag) read_texts("col", table_.column_title, table_.columns);
 
     const Piece values = next_tag();
     expect_start("data", values);
-    if (values.kind == Kind::StartTag) read_texts("value", table_.values);
+    if (values.kind == Kind::StartTag) read_texts("value", table_.value_title, table_.values);
     if (table_.rows.empty() && !table_.values.empty()) {
       xml_.fail(values.offset, "there are values, but no rows that could hold them");
     }
   }
 
   void read_rows() {
-    Piece piece = xml_.next();
-    if (piece.kind == Kind::Text) {
-      if (!is_line_breaks(piece.raw)) table_.corner = unescape_text(piece.raw);
-      piece = next_tag();
-    }
-    for (; piece.kind != Kind::EndTag; piece = next_tag()) {
+    for (Piece piece = read_title(table_.row_title); piece.kind != Kind::EndTag; piece = next_tag()) {
       expect_start("row", piece);
       if (piece.kind == Kind::EmptyTag) {
         table_.rows.emplace_back();
@@ -70,11 +65,19 @@ private:
     }
   }
 
-  void read_texts(std::string_view element, std::vector<std::string>& texts) {
-    for (Piece piece = next_tag(); piece.kind != Kind::EndTag; piece = next_tag()) {
+  void read_texts(std::string_view element, std::string& title, std::vector<std::string>& texts) {
+    for (Piece piece = read_title(title); piece.kind != Kind::EndTag; piece = next_tag()) {
       expect_start(element, piece);
       texts.push_back(piece.kind == Kind::EmptyTag ? std::string() : read_element_text(piece));
     }
+  }
+
+  // The title at the start of a list, where there is one, and the tag that follows.
+  Piece read_title(std::string& title) {
+    const Piece piece = xml_.next();
+    if (piece.kind != Kind::Text) return piece;
+    if (!is_line_breaks(piece.raw)) title = unescape_text(piece.raw);
+    return xml_.next();
   }
 
   // The text of the element that `start` has opened, up to its end tag.
@@ -126,5 +129,22 @@ std::span<const std::string> ContentsTable::row_values(std::size_t row) const {
 }
 
 ContentsTable read_contents(std::string_view document) { return ContentsReader(document).read(); }
+
+std::string write_contents(const ContentsTable& table, ContentsLayout layout) {
+  ContentsWriter writer(layout);
+  writer.set_row_title(table.row_title);
+  writer.set_column_title(table.column_title);
+  writer.set_value_title(table.value_title);
+  for (const std::string& label : table.columns) writer.add_column(label);
+  for (std::size_t row = 0; row < table.rows.size(); ++row) {
+    if (table.rows[row]) {
+      writer.add_row(*table.rows[row]);
+    } else {
+      writer.add_row();
+    }
+    for (const std::string& value : table.row_values(row)) writer.add_value(value);
+  }
+  return writer.text();
+}
 
 }  // namespace plexoras

@@ -7,11 +7,15 @@
 #include <string_view>
 #include <vector>
 
+#include "contents/contents_document.h"
+
 namespace plexoras {
 
 /// A chart's data as its contents document holds it. All texts are unescaped.
 struct ContentsTable {
-  std::string corner;                            ///< the text above the row labels, mostly empty
+  std::string row_title;                         ///< what the row labels are: the text in the table's corner
+  std::string column_title;                      ///< what the column labels are
+  std::string value_title;                       ///< what the values are
   std::vector<std::optional<std::string>> rows;  ///< one entry a row: its label, or nothing where it carries none
   std::vector<std::string> columns;              ///< the column labels; none when the columns carry no labels
   std::vector<std::string> values;               ///< all cells, row after row, with nothing between the rows
@@ -31,5 +35,8 @@ struct ContentsTable {
 /// Between the tags line breaks may stand, each list may be self-closing, and an end tag may carry its
 /// element's name. Error 5 with "line:column: what is wrong" for anything else.
 ContentsTable read_contents(std::string_view document);
+
+/// The document of `table`, as `ContentsWriter` makes it.
+std::string write_contents(const ContentsTable& table, ContentsLayout layout = ContentsLayout::Compact);
 
 }  // namespace plexoras

@@ -48,7 +48,7 @@ struct Records {
   std::vector<Start> starts;
 
   std::size_t count() const { return starts.size(); }
-  // The first field of record `index`: the corner text or a row's label.
+  // The first field of record `index`: the row title or a row's label.
   const std::string& label(std::size_t index) const { return fields[starts[index].field]; }
   // The other fields of record `index`.
   std::span<const std::string> values(std::size_t index) const {
@@ -167,7 +167,7 @@ void write_rows(ContentsWriter& writer, const Records& records, std::size_t widt
 std::string write_csv(const ContentsTable& table) {
   if (table == ContentsTable{}) return {};
   std::string csv;
-  append_record(csv, table.corner, table.columns);
+  append_record(csv, table.row_title, table.columns);
   for (std::size_t row = 0; row < table.rows.size(); ++row) {
     append_record(csv, table.rows[row].value_or(""), table.row_values(row));
   }
@@ -181,8 +181,8 @@ std::string contents_from_csv(std::string_view csv) {
   check_filling(csv, records, longest);
 
   ContentsWriter writer;
-  // A contents document cannot hold line breaks alone as its corner text.
-  if (!is_line_breaks(records.label(0))) writer.set_corner(records.label(0));
+  // A contents document cannot hold line breaks alone as a title.
+  if (!is_line_breaks(records.label(0))) writer.set_row_title(records.label(0));
   write_column_labels(writer, records);
   write_rows(writer, records, records.values(longest).size());
   return writer.text();

@@ -12,11 +12,11 @@ namespace plexoras {
 ///     Region,Q1,Q2
 ///     North,1,"2,5"
 ///
-/// The first record is the header: the corner text, then the column labels. The first field of each further record
+/// The first record is the header: the row title, then the column labels. The first field of each further record
 /// is the row's label. Both always stand there, empty where the table has no labels, so that `contents_from_csv` gives
-/// back the same table. Records end in CR LF. A field is quoted where it holds a comma, a quote or a line break, and
-/// where it is empty and alone in its record, which a reader would take for an empty line. A table with nothing in it
-/// gives the empty text.
+/// back the same table, apart from its column title and value title, which have no place in the text. Records end in
+/// CR LF. A field is quoted where it holds a comma, a quote or a line break, and where it is empty and alone in its
+/// record, which a reader would take for an empty line. A table with nothing in it gives the empty text.
 std::string write_csv(const ContentsTable& table);
 
 /// The contents document of comma-separated text, of the form that `write_csv` makes.

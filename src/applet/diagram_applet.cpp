@@ -3,10 +3,9 @@
 #include <cassert>
 #include <cmath>
 
-#include "applet/contents_reader.h"
-#include "applet/csv_text.h"
 #include "applet/format_xml.h"
 #include "applet/style_document.h"
+#include "applet/table_members.h"
 #include "contents/contents_document.h"
 #include "host/platform.h"
 
@@ -88,22 +87,13 @@ std::string sample_contents() {
   };
 
   ContentsWriter writer;
-  writer.set_corner("Region");
+  writer.set_row_title("Region");
   for (const std::string_view quarter : quarters) writer.add_column(quarter);
   for (const Region& region : regions) {
     writer.add_row(region.name);
     for (const std::string_view value : region.values) writer.add_value(value);
   }
   return writer.text();
-}
-
-bool is_valid_contents(std::string_view document) {
-  try {
-    read_contents(document);
-    return true;
-  } catch (const AutomationError&) {
-    return false;
-  }
 }
 
 // Runs `step` for `member`. An error of whatever lies below comes out as one of the component, naming the member.
@@ -129,27 +119,11 @@ struct DiagramApplet::Members {
     applet.style_ = read_style_document(value.to_text(), applet.style_);
   }
 
-  static Variant xml_contents(DiagramApplet& applet) { return applet.contents_; }
-  static void put_xml_contents(DiagramApplet& applet, const Variant& value) {
-    std::string document = value.to_text();
-    read_contents(document);
-    applet.contents_ = std::move(document);
-  }
-
-  static Variant csv_contents(DiagramApplet& applet) { return write_csv(read_contents(applet.contents_)); }
-  static void put_csv_contents(DiagramApplet& applet, const Variant& value) {
-    applet.contents_ = contents_from_csv(value.to_text());
-  }
-
   static Variant visible(DiagramApplet& applet) { return applet.visible_; }
   static void put_visible(DiagramApplet& applet, const Variant& value) { applet.visible_ = value.to_boolean(); }
 
-  static Variant is_valid_xml_contents(DiagramApplet&, Arguments arguments) {
-    return is_valid_contents(arguments[0].to_text());
-  }
-
   static Variant use_sample_contents(DiagramApplet& applet, Arguments) {
-    applet.contents_ = sample_contents();
+    applet.table_.put_document(sample_contents());
     return {};
   }
 
@@ -162,6 +136,11 @@ struct DiagramApplet::Members {
     return StringList(std::begin(font_families), std::end(font_families));
   }
 
+  static Variant set_event_sink(DiagramApplet& applet, Arguments arguments) {
+    applet.event_sink_ = arguments[0].is_nothing() ? nullptr : arguments[0].to_object();
+    return {};
+  }
+
   static Variant refresh(DiagramApplet& applet, Arguments) {
     ++applet.repaints_;
     return {};
@@ -169,22 +148,28 @@ struct DiagramApplet::Members {
 
   static constexpr Row rows[] = {
       {"XmlStyle", xml_style, put_xml_style},
-      {"XmlContents", xml_contents, put_xml_contents},
-      {"CsvContents", csv_contents, put_csv_contents},
       {"Visible", visible, put_visible},
-      {.name = "isValidXmlContents", .call = is_valid_xml_contents, .arguments = 1},
       {.name = "UseSampleContents", .call = use_sample_contents},
       {.name = "FormatXml", .call = format, .arguments = 2},
       {.name = "getFontList", .call = font_list},
+      {.name = "setEventSink", .call = set_event_sink, .arguments = 1},
       {.name = "Refresh", .call = refresh},
   };
 };
 
-DiagramApplet::DiagramApplet() : style_(default_style()), contents_(empty_contents_document) {}
+DiagramApplet::DiagramApplet() : style_(default_style()) {
+  table_.on_selection_change = [this] {
+    // The sink may be replaced while it is told.
+    if (const ObjectRef sink = event_sink_) sink->call("SelectionChange");
+  };
+}
 
 Variant DiagramApplet::get(std::string_view member) {
   if (const std::size_t index = find_style_property(member); index < style_.size()) return style_[index];
-  return naming(member, [&] { return get_member(*this, Members::rows, member, diagram_applet_identifier); });
+  return naming(member, [&] {
+    return is_table_member(member) ? get_table_member(table_, member)
+                                   : get_member(*this, Members::rows, member, diagram_applet_identifier);
+  });
 }
 
 void DiagramApplet::put(std::string_view member, const Variant& value) {
@@ -199,12 +184,17 @@ void DiagramApplet::put(std::string_view member, const Variant& value) {
     });
     return;
   }
-  naming(member, [&] { put_member(*this, Members::rows, member, value, diagram_applet_identifier); });
+  naming(member, [&] {
+    is_table_member(member) ? put_table_member(table_, member, value)
+                            : put_member(*this, Members::rows, member, value, diagram_applet_identifier);
+  });
 }
 
 Variant DiagramApplet::call(std::string_view member, Arguments arguments) {
-  return naming(member,
-                [&] { return call_member(*this, Members::rows, member, arguments, diagram_applet_identifier); });
+  return naming(member, [&] {
+    return is_table_member(member) ? call_table_member(table_, member, arguments)
+                                   : call_member(*this, Members::rows, member, arguments, diagram_applet_identifier);
+  });
 }
 
 Variant DiagramApplet::call_by_id(std::int32_t dispatch_id) {

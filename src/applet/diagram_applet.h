@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "applet/table_model.h"
 #include "chart_control/chart_component.h"
 #include "host/automation.h"
 
@@ -32,23 +33,48 @@ inline constexpr std::string_view diagram_applet_identifier = chart_component::i
 /// |---|---|
 /// | every row of `style_properties()` | a property, with a default; what is put is converted to its type |
 /// | `XmlStyle` | all of these as one style document |
-/// | `XmlContents` | the data as a contents document; comes back byte for byte as it was put |
-/// | `CsvContents` | the same data as comma-separated text, see `write_csv` |
-/// | `Visible` | Boolean |
+/// | `XmlContents` | the data as a contents document; byte for byte as it was put, until it is edited |
+/// | `getXmlContents(flag)` | the same; with a true flag an edited document has CR LF between its elements |
 /// | `isValidXmlContents(text)` | whether `XmlContents` would take the text |
+/// | `CsvContents` | the same data as comma-separated text, without `colTitle` and `valueTitle`, see `write_csv` |
+/// | `Visible` | Boolean |
 /// | `UseSampleContents()` | replaces the data by a small table, labelled on both sides, that suits every chart type |
 /// | `FormatXml(flag, text)` | the document without line breaks between elements; a true flag escapes it for HTML |
 /// | `getFontList()` | names of font families for `FontName` |
 /// | `Refresh()`, dispatch identifier 367 | repaints |
 ///
+/// The data can be edited as a table, see `TableModel`. Rows and columns count from 0; counts and indexes are Long:
+///
+/// | member | does |
+/// |---|---|
+/// | `rowTitle`, `colTitle`, `valueTitle` | String: what the row labels, the column labels and the values are |
+/// | `rowCount`, `colCount` | how many there are; cannot be put |
+/// | `selectedRow`, `selectedCol` | the selected row and column, -1 for none; nothing is selected in new data |
+/// | `selectCell(row, col)` | puts both at once, so that one event tells of it |
+/// | `getCellValue(row, col)` | Double, or Nothing for a cell whose text is no number |
+/// | `setCellValue(row, col, number)` | replaces the cell's text, unless it is that number already |
+/// | `getCellText(row, col)` | String: the cell as it is kept |
+/// | `getRowLabel(row)`, `getColLabel(col)` | String, empty where there is no label |
+/// | `setRowLabel(row, text)`, `setColLabel(col, text)` | puts a label |
+/// | `newValueList()` | an object for the values of a new row or column: `addElement(number)`, and `count` |
+/// | `insertRow(row, label, list)`, `insertCol(col, label, list)` | puts one in before it; -1 is behind all |
+/// | `deleteRow(row)`, `deleteCol(col)` | takes one out; nothing at -1 |
+/// | `setEventSink(object)` | the object on which events are called from now on; Nothing for none |
+///
+/// There is one event, `SelectionChange()`: `selectedRow` or `selectedCol` has changed, by a put, by new data, or by a
+/// deletion that has left fewer.
+///
 /// A value that is refused (error 5, 6 or 13, naming the member and, in documents, the line and column) changes
-/// nothing. Errors carry the component's identifier as their source.
+/// nothing; nor does a row or column that does not exist (error 9). Errors carry the component's identifier as their
+/// source.
 class DiagramApplet final : public AutomationObject {
 public:
   /// The dispatch identifier of `Refresh`.
   static constexpr std::int32_t refresh_id = chart_component::repaint_id;
 
   DiagramApplet();
+  DiagramApplet(const DiagramApplet&) = delete;
+  DiagramApplet& operator=(const DiagramApplet&) = delete;
 
   Variant get(std::string_view member) override;
   void put(std::string_view member, const Variant& value) override;
@@ -62,7 +88,8 @@ private:
   struct Members;
 
   std::vector<Variant> style_;  // one value for each row of style_properties()
-  std::string contents_;        // a valid contents document, as it was put
+  TableModel table_;
+  ObjectRef event_sink_;
   bool visible_ = true;
   std::size_t repaints_ = 0;
 };

@@ -19,9 +19,6 @@ constexpr std::string_view documents[] = {"XmlStyle", "XmlContents", "CsvContent
 // What the chart component has beyond the control's properties.
 constexpr StyleProperty own_properties[] = {
     {"negativeForeColor", ValueType::String},
-    {"colTitle", ValueType::String},
-    {"rowTitle", ValueType::String},
-    {"valueTitle", ValueType::String},
 };
 
 std::vector<StyleProperty> collect_style_properties() {

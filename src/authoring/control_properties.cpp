@@ -4,8 +4,10 @@
 #include <charconv>
 
 #include "applet/style_document.h"
+#include "authoring/data_source.h"
 #include "authoring/suggestion.h"
 #include "chart_control/chart_properties.h"
+#include "contents/contents_document.h"
 
 namespace plexoras {
 namespace {
@@ -58,15 +60,19 @@ bool is_component_property(std::string_view name) {
   return find_style_property(name) < style_properties().size() && find_forwarded_property(name) == nullptr;
 }
 
+// What the chart component keeps with the data: the titles of the table.
+constexpr std::string_view title_members[] = {"rowTitle", "colTitle", "valueTitle"};
+
 // Members of a chart control beside the forwarded ones: percentages of the space there is.
 constexpr std::string_view ratio_members[] = {"WidthRatio", "HeightRatio"};
 
-// Custom properties that any chart takes, whether its template declares them or not.
+// Custom properties that any chart takes, whether its template declares them or not; so are those of a data source.
 constexpr std::string_view size_keys[] = {"WIDTH", "HEIGHT"};
 
 // Properties that hold nothing of their own: the style is the other properties in one text, each form of the contents
-// is the custom property "Contents", a ratio is "WIDTH" or "HEIGHT". A name is given, not copied.
-constexpr std::string_view derived[] = {"name", "XmlStyle", "XmlContents", "CsvContents", "WidthRatio", "HeightRatio"};
+// and the titles are the custom property "Contents", a ratio is "WIDTH" or "HEIGHT". A name is given, not copied.
+constexpr std::string_view derived[] = {"name",     "XmlStyle",   "XmlContents", "CsvContents", "rowTitle",
+                                        "colTitle", "valueTitle", "WidthRatio",  "HeightRatio"};
 
 // Keys of the saved form that are no custom properties.
 constexpr std::string_view reserved_keys[] = {"AppletID"};
@@ -128,6 +134,7 @@ std::vector<std::string> ControlProperties::names() const {
     for (const StyleProperty& property : style_properties()) {
       if (is_component_property(property.name)) names.emplace_back(property.name);
     }
+    names.insert(names.end(), std::begin(title_members), std::end(title_members));
     names.insert(names.end(), std::begin(ratio_members), std::end(ratio_members));
   }
   // A custom property of a name that is taken is kept, but cannot be reached by it.
@@ -149,7 +156,7 @@ std::string ControlProperties::get(std::string_view name) const {
     if (find_forwarded_property(name) != nullptr || is_one_of(name, ratio_members)) {
       return control_.control().get(name).to_text();
     }
-    if (is_component_property(name)) return chart->get(name).to_text();
+    if (is_component_property(name) || is_one_of(name, title_members)) return chart->get(name).to_text();
   }
   const Dictionary& custom = *control_.control().CustomProperties();
   if (!custom.includes(name, Dictionary::EmptyValues::Keep)) unknown(name);
@@ -170,8 +177,9 @@ void ControlProperties::set(std::string_view name, std::string_view value, NewKe
       return control.put(name, typed_value(name, value, property->type));
     }
     if (is_component_property(name)) return chart->put(name, value);
+    if (is_one_of(name, title_members)) return set_title(name, value);
     if (is_one_of(name, ratio_members)) return control.put(name, typed_value(name, value, ValueType::Double));
-    if (is_one_of(name, size_keys)) new_keys = NewKeys::Accept;
+    if (is_one_of(name, size_keys) || is_one_of(name, data_source_keys)) new_keys = NewKeys::Accept;
   }
   const bool is_known = control.CustomProperties()->includes(name, Dictionary::EmptyValues::Keep);
   if (!is_known && (new_keys == NewKeys::Refuse || name.empty() || is_one_of(name, reserved_keys))) unknown(name);
@@ -181,13 +189,25 @@ void ControlProperties::set(std::string_view name, std::string_view value, NewKe
 
 // The component checks the data; the custom property is what the page keeps.
 void ControlProperties::set_contents(std::string_view member, std::string_view value) {
+  if (value.empty() && member != "CsvContents") return store_contents("");
   DesignTimeControl& control = control_.control();
-  if (!value.empty() || member == "CsvContents") {
-    control.put(member, value);
-    control.SetProperty("Contents", control.get("XmlContents").to_text());
-  } else {
-    control.SetProperty("Contents", "");
-  }
+  control.put(member, value);
+  store_contents(control.get("XmlContents").to_text());
+}
+
+// The component shows sample data where the page has none, or none that it can read: a title must not make them the
+// page's own.
+void ControlProperties::set_title(std::string_view name, std::string_view value) {
+  const std::string contents = control_.control().GetProperty("Contents");
+  const ObjectRef chart = control_.component();
+  chart->put("XmlContents", contents.empty() ? Variant(empty_contents_document) : Variant(contents));
+  chart->put(name, value);
+  store_contents(chart->get("XmlContents").to_text());
+}
+
+void ControlProperties::store_contents(std::string_view document) {
+  DesignTimeControl& control = control_.control();
+  control.SetProperty("Contents", document);
   control.FireCustomPropertyChange();
 }
 

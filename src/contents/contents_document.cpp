@@ -42,34 +42,57 @@ std::string escape_contents(std::string_view text) {
   return escaped;
 }
 
-void ContentsWriter::set_corner(std::string_view text) { corner_ = escape_contents(text); }
+void ContentsWriter::set_row_title(std::string_view text) { rows_.title = escape_contents(text); }
 
-void ContentsWriter::add_column(std::string_view label) { append_element(columns_, "<col>", label); }
+void ContentsWriter::set_column_title(std::string_view text) { columns_.title = escape_contents(text); }
 
-void ContentsWriter::add_row() { rows_ += "<row/>"; }
+void ContentsWriter::set_value_title(std::string_view text) { values_.title = escape_contents(text); }
 
-void ContentsWriter::add_row(std::string_view label) { append_element(rows_, "<row>", label); }
+void ContentsWriter::add_column(std::string_view label) { append_element(columns_.elements, "<col>", label); }
+
+void ContentsWriter::add_row() {
+  begin_row();
+  rows_.elements += "<row/>";
+}
+
+void ContentsWriter::add_row(std::string_view label) {
+  begin_row();
+  append_element(rows_.elements, "<row>", label);
+}
+
+void ContentsWriter::begin_row() {
+  if (!rows_.elements.empty()) rows_.elements += line_end();
+  first_value_of_row_ = true;
+}
 
 void ContentsWriter::add_value(std::string_view value) {
-  assert(!rows_.empty() && "a value belongs to a row");
-  append_element(values_, "<value>", value);
+  assert(!rows_.elements.empty() && "a value belongs to a row");
+  if (first_value_of_row_ && !values_.elements.empty()) values_.elements += line_end();
+  first_value_of_row_ = false;
+  append_element(values_.elements, "<value>", value);
 }
 
 std::string ContentsWriter::text() const {
-  constexpr std::string_view before_rows = "<xml><rows>", before_columns = "</><cols>", before_values = "</><data>",
-                             end = "</></xml>";
+  constexpr std::size_t tags_and_line_ends = 100;
+  std::size_t size = tags_and_line_ends;
+  for (const List* list : {&rows_, &columns_, &values_}) size += list->title.size() + list->elements.size();
+
   std::string document;
-  document.reserve(before_rows.size() + corner_.size() + rows_.size() + before_columns.size() + columns_.size() +
-                   before_values.size() + values_.size() + end.size());
-  document += before_rows;
-  document += corner_;
-  document += rows_;
-  document += before_columns;
-  document += columns_;
-  document += before_values;
-  document += values_;
-  document += end;
-  return document;
+  document.reserve(size);
+  document.append("<xml>").append(line_end()).append("<rows>");
+  append_list(document, rows_);
+  document += "<cols>";
+  append_list(document, columns_);
+  document += "<data>";
+  append_list(document, values_);
+  return document += "</xml>";
+}
+
+// What follows a list's start tag, its end tag included.
+void ContentsWriter::append_list(std::string& document, const List& list) const {
+  document += list.title.empty() ? line_end() : list.title;
+  if (!list.elements.empty()) document.append(list.elements).append(line_end());
+  document.append("</>").append(line_end());
 }
 
 }  // namespace plexoras

@@ -29,10 +29,16 @@ std::string escape_contents(std::string_view text);
 /// Appends `escape_contents(text)` to `out`.
 void append_escaped_contents(std::string& out, std::string_view text);
 
+/// Where line breaks stand between the elements of a contents document. They mean nothing there.
+enum class ContentsLayout {
+  Compact,  ///< nowhere
+  Lines,    ///< CR LF behind each tag of a list, each row label, the last column label and the last value of a row
+};
+
 /// Writes a contents document in one pass over a table.
 ///
 ///     ContentsWriter writer;
-///     writer.set_corner("Region");
+///     writer.set_row_title("Region");
 ///     writer.add_column("Q1");
 ///     writer.add_row("North");
 ///     writer.add_value("1");
@@ -40,12 +46,18 @@ void append_escaped_contents(std::string& out, std::string_view text);
 ///
 /// Labels and values are any bytes, not yet escaped; the writer never fails on what they hold. Columns may be
 /// added before, between and after the rows. Values belong to the row added last, and a table without rows has
-/// none; rows may be of different length. A corner text that consists of line breaks alone is written, but reads
-/// as no corner text.
+/// none; rows may be of different length. A title that consists of line breaks alone is written, but reads as no
+/// title. No line break follows a title, which would become part of it.
 class ContentsWriter {
 public:
-  /// The text above the row labels; for tables with labels on both sides.
-  void set_corner(std::string_view text);
+  explicit ContentsWriter(ContentsLayout layout = ContentsLayout::Compact) : layout_(layout) {}
+
+  /// What the row labels are: the heading of their column, the text in the table's corner.
+  void set_row_title(std::string_view text);
+  /// What the column labels are.
+  void set_column_title(std::string_view text);
+  /// What the values are.
+  void set_value_title(std::string_view text);
   /// The next column's label. A table without column labels adds none.
   void add_column(std::string_view label);
   /// A row that carries no label, which is not the same as a row labelled with the empty text.
@@ -58,10 +70,20 @@ public:
   std::string text() const;
 
 private:
-  std::string corner_;
-  std::string rows_;
-  std::string columns_;
-  std::string values_;
+  struct List {
+    std::string title;
+    std::string elements;
+  };
+
+  void begin_row();
+  void append_list(std::string& document, const List& list) const;
+  std::string_view line_end() const { return layout_ == ContentsLayout::Lines ? "\r\n" : ""; }
+
+  ContentsLayout layout_;
+  List rows_;
+  List columns_;
+  List values_;
+  bool first_value_of_row_ = true;
 };
 
 }  // namespace plexoras

@@ -6,15 +6,18 @@
 #include <random>
 #include <string>
 
-#include "contents/contents_document.h"
 #include "refusal.h"
 
 namespace plexoras {
 namespace {
 
-// "corner [label|-] (column) value,value;value" for a readable comparison; the values cut into their rows.
+// "row title/column title/value title [label|-] (column) value,value;value" for a readable comparison, with the titles
+// left out when there are none; the values cut into their rows.
 std::string shown(const ContentsTable& table) {
-  std::string text = table.corner;
+  std::string text = table.row_title;
+  if (!table.column_title.empty() || !table.value_title.empty()) {
+    text += "/" + table.column_title + "/" + table.value_title;
+  }
   for (const auto& row : table.rows) text += row ? " [" + *row + "]" : " -";
   for (const std::string& column : table.columns) text += " (" + column + ")";
   for (std::size_t row = 0; row < table.rows.size(); ++row) {
@@ -22,21 +25,6 @@ std::string shown(const ContentsTable& table) {
     for (const std::string& value : table.row_values(row)) text += value + ",";
   }
   return text;
-}
-
-std::string written(const ContentsTable& table) {
-  ContentsWriter writer;
-  writer.set_corner(table.corner);
-  for (const std::string& column : table.columns) writer.add_column(column);
-  for (std::size_t row = 0; row < table.rows.size(); ++row) {
-    if (table.rows[row]) {
-      writer.add_row(*table.rows[row]);
-    } else {
-      writer.add_row();
-    }
-    for (const std::string& value : table.row_values(row)) writer.add_value(value);
-  }
-  return writer.text();
 }
 
 TEST(ReadContents, AcceptsTheDialect) {
@@ -53,6 +41,9 @@ TEST(ReadContents, AcceptsTheDialect) {
        "<xml><rows>Region<row>North</><row>South</></><cols><col>Q1</><col>Q2</></>"
        "<data><value>1</><value>2</><value>3</><value>4</></></xml>",
        "Region [North] [South] (Q1) (Q2) 1,2,;3,4,"},
+      {"titles", "<xml><rows>Region<row/></><cols>Quarter<col>Q1</></><data>Sales<value>1</></></xml>",
+       "Region/Quarter/Sales - (Q1) 1,"},
+      {"titles of empty lists", "<xml>\n<rows>\n</>\n<cols>a&amp;\n</>\n<data>b</>\n</xml>", "/a&\n/b"},
       {"no labels", "<xml><rows><row/><row/></><cols></><data><value>1</><value>2</></></xml>", " - - 1,;2,"},
       {"an empty label is a label", "<xml><rows><row></><row/></><cols><col/></><data></></xml>", " [] - () ;"},
       {"named end tags", "<xml><rows><row>a</row></rows><cols></cols><data></data></>", " [a] "},
@@ -95,6 +86,8 @@ TEST(ReadContents, RefusesTheRestSayingWhatAndWhere) {
       {"<xml><rows><row>a < b</></><cols/><data/></xml>",
        "5 1:19: \"<\" must begin a tag here; write \"&lt;\" for the character itself"},
       {"<xml><rows><row>a</>corner</><cols/><data/></xml>", "5 1:21: text \"corner\" stands between elements"},
+      {"<xml><rows/><cols><col/>a</><data/></xml>", "5 1:25: text \"a\" stands between elements"},
+      {"<xml><rows/>a<cols/><data/></xml>", "5 1:13: text \"a\" stands between elements"},
       {"<xml><rows><row><b>a</></></><cols/><data/></xml>",
        "5 1:17: \"<b>\" stands where the end of \"row\" is expected"},
       {"<xml><rows><row id=\"1\">a</></><cols/><data/></xml>", "5 1:12: \"row\" takes no attributes"},
@@ -147,12 +140,16 @@ TEST(ReadContents, GivesBackWhateverWasWritten) {
     if (!table.rows.empty()) {
       for (std::size_t i = below(10); i > 0; --i) table.values.push_back(random_text());
     }
-    table.corner = random_text();
-    // Line breaks alone at this place are layout.
-    if (table.corner.find_first_not_of("\r\n") == std::string::npos) table.corner.clear();
+    for (std::string* title : {&table.row_title, &table.column_title, &table.value_title}) {
+      *title = random_text();
+      // Line breaks alone at this place are layout.
+      if (title->find_first_not_of("\r\n") == std::string::npos) title->clear();
+    }
 
-    const std::string document = written(table);
-    ASSERT_EQ(read_contents(document), table) << document;
+    for (const ContentsLayout layout : {ContentsLayout::Compact, ContentsLayout::Lines}) {
+      const std::string document = write_contents(table, layout);
+      ASSERT_EQ(read_contents(document), table) << document;
+    }
   }
 }
 

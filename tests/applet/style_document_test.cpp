@@ -49,7 +49,7 @@ TEST(StyleDocument, HasOneElementALine) {
                            "<FontItalic>False</>\n"))
       << document;
   EXPECT_NE(document.find("\n<xScaleMin>-0.1</>\n"), std::string::npos);
-  EXPECT_TRUE(document.ends_with("\n<valueTitle></>\n</xml>")) << document;
+  EXPECT_TRUE(document.ends_with("\n<negativeForeColor></>\n</xml>")) << document;
   EXPECT_EQ(std::ranges::count(document, '\n'), std::ssize(values) + 1);
 }
 
@@ -89,7 +89,7 @@ TEST(StyleDocument, ReadsWhatItKnows) {
   const Case cases[] = {
       {"nothing", "<xml/>", ""},
       {"absent elements", "<xml><FontSize>9</></>", "FontSize=9 "},
-      {"line ends of any kind", "\r\n<xml>\r<FontSize>9</>\r\n\n<colTitle>x</></xml>\n", "FontSize=9 colTitle=x "},
+      {"line ends of any kind", "\r\n<xml>\r<FontSize>9</>\r\n\n<FontName>x</></xml>\n", "FontName=x FontSize=9 "},
       {"unknown elements, nested ones too",
        "<xml><Later>1</><Other><FontSize>1</>text<Deep><a/></></Other><FontSize>9</></xml>", "FontSize=9 "},
       {"text forms of Booleans", "<xml><FontBold>true</><HasLegend>-1</><HasBorder>0</></>",

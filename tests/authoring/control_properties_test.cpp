@@ -135,6 +135,30 @@ TEST(ControlProperties, MirrorTheContents) {
   }
 }
 
+TEST(ControlProperties, KeepTheTitlesWithTheContents) {
+  struct Case {
+    const char* name;
+    std::string_view contents, stored;
+  };
+  const Case cases[] = {
+      {"a table", table, "<xml><rows>c<row>r</></><cols>C&amp;<col>q</></><data>V<value>1</></></xml>"},
+      {"no data, in place of which the component shows a sample", "", "<xml><rows></><cols>C&amp;</><data>V</></xml>"},
+      {"data that the component cannot read", "<bad", "<bad"},
+  };
+  for (const Case& c : cases) {
+    Author author;
+    LiveControl control = author.make();
+    control.control().SetProperty("Contents", c.contents);
+    LiveControl loaded(author.session, control.record());
+    ControlProperties properties(loaded);
+    for (const auto& [title, text] : {std::pair("colTitle", "C&"), std::pair("valueTitle", "V")}) {
+      const std::string result = brief_outcome([&] { return properties.set(title, text), properties.get(title); });
+      EXPECT_EQ(result, c.contents == "<bad" ? "error 5" : text) << c.name;
+    }
+    EXPECT_EQ(properties.get("Contents"), c.stored) << c.name;
+  }
+}
+
 TEST(ControlProperties, ANewNameIsSaved) {
   Author author;
   LiveControl control = author.make();
@@ -154,6 +178,7 @@ TEST(ControlProperties, ChangesMakeAFreshControlTheSame) {
       {"the type alone", {{"DiagramType", "3"}}},
       {"the type and data", {{"CsvContents", "a,b\r\nc,1\r\n"}, {"DiagramType", "2"}}},
       {"no data", {{"Contents", ""}}},
+      {"a title", {{"colTitle", "x"}}},
       {"a place", {{"width", "7"}, {"height", "9"}, {"visible", "False"}}},
       {"texts and numbers",
        {{"FontName", "x\n<y>"}, {"xScaleMax", "0.1"}, {"negativeForeColor", "red"}, {"Reverse", "-1"}}},

@@ -25,7 +25,7 @@ std::vector<std::string> text_properties() {
 
 std::string contents_with_label(std::string_view label) {
   ContentsWriter writer;
-  writer.set_corner("corner");
+  writer.set_row_title("corner");
   writer.add_column(label);
   writer.add_row(label);
   writer.add_value(label);

@@ -30,7 +30,7 @@ TEST(ContentsWriter, WritesEachKindOfTable) {
   }
   {
     ContentsWriter writer;
-    writer.set_corner("Region");
+    writer.set_row_title("Region");
     writer.add_column("Q1");
     writer.add_column("Q2");
     writer.add_row("North");
@@ -49,9 +49,38 @@ TEST(ContentsWriter, WritesEachKindOfTable) {
     writer.add_row("");
     writer.add_value("<1>");
     writer.add_column("a&b");
-    writer.set_corner("\t");
+    writer.set_row_title("\t");
     EXPECT_EQ(writer.text(),
               "<xml><rows>&tab;<row/><row></></><cols><col>a&amp;b</></><data><value>&lt;1&gt;</></></xml>");
+  }
+  {
+    ContentsWriter writer;
+    writer.set_value_title("<");
+    writer.set_column_title("Quarter");
+    EXPECT_EQ(writer.text(), "<xml><rows></><cols>Quarter</><data>&lt;</></xml>");
+  }
+}
+
+TEST(ContentsWriter, BreaksLinesBetweenElementsAlone) {
+  {
+    ContentsWriter writer(ContentsLayout::Lines);
+    EXPECT_EQ(writer.text(), "<xml>\r\n<rows>\r\n</>\r\n<cols>\r\n</>\r\n<data>\r\n</>\r\n</xml>");
+  }
+  {
+    ContentsWriter writer(ContentsLayout::Lines);
+    writer.set_row_title("Region");
+    writer.add_column("Q1");
+    writer.add_column("Q2");
+    for (const std::string_view row : {"North", "South"}) {
+      writer.add_row(row);
+      writer.add_value("1\n");
+      writer.add_value("2");
+    }
+    writer.add_row();
+    EXPECT_EQ(writer.text(),
+              "<xml>\r\n<rows>Region<row>North</>\r\n<row>South</>\r\n<row/>\r\n</>\r\n"
+              "<cols>\r\n<col>Q1</><col>Q2</>\r\n</>\r\n"
+              "<data>\r\n<value>1\n</><value>2</>\r\n<value>1\n</><value>2</>\r\n</>\r\n</xml>");
   }
 }
 

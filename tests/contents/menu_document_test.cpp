@@ -1,0 +1,155 @@
+#include "contents/menu_document.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "literal_menu.h"
+
+namespace plexoras {
+
+static void PrintTo(const MenuNode& node, std::ostream* out) {
+  *out << '(' << node.Level << ' ' << node.Kind << " \"" << node.Caption << "\" \"" << node.Param << "\")";
+}
+
+namespace {
+
+using Nodes = std::vector<MenuNode>;
+
+constexpr std::int16_t script = MenuNode::Script, separator = MenuNode::Separator, built_in = MenuNode::BuiltIn;
+
+TEST(MenuDocument, WritesAndReadsBack) {
+  const Dictionary commands = sample_commands();
+  struct Case {
+    const char* name;
+    Nodes nodes;
+    std::string_view document;
+    std::optional<Nodes> back = {};  // where it is not the same list
+  };
+  const Case cases[] = {
+      {"nothing", {}, "<xml></>"},
+      {"an item, a submenu and a separator",
+       {{"A", "f()", 0, script}, {"B", "", 0, script}, {"C", "Print", 1, built_in}, {"--", "", 0, separator}},
+       R"x(<xml><ITEM type="script" param="f()">A</><MENU>B<ITEM type="java" param="print">C</></><SEPARATOR></></>)x"},
+      {"two levels left at once",
+       {{"A", "", 0, script}, {"B", "", 1, script}, {"C", "", 2, script}, {"D", "", 0, script}},
+       R"(<xml><MENU>A<MENU>B<ITEM type="script" param="">C</></></><ITEM type="script" param="">D</></>)"},
+      {"escapes",
+       {{"a<b> & \"c\" 'd'", "if (a < 'b' && c > d) e(\"f\")", 0, script}},
+       R"x(<xml><ITEM type="script" param="if (a &lt; &apos;b&apos; &amp;&amp; c &gt; d) e(&apos;f&apos;)">)x"
+       R"(a&lt;b&gt; &amp; &quot;c&quot; &apos;d&apos;</></>)",
+       {{{"a<b> & \"c\" 'd'", "if (a < 'b' && c > d) e('f')", 0, script}}}},
+      {"tabs stay escaped",
+       {{"a\tb", "\t", 0, script}},
+       R"(<xml><ITEM type="script" param="&tab;">a&tab;b</></>)",
+       {{{"a&tab;b", "&tab;", 0, script}}}},
+      {"an escape is undone once",
+       {{"&lt;", "&amp;", 0, script}},
+       R"(<xml><ITEM type="script" param="&amp;amp;">&amp;lt;</></>)"},
+      {"the script of a submenu is lost",
+       {{"A", "f()", 0, script}, {"B", "", 1, script}},
+       R"(<xml><MENU>A<ITEM type="script" param="">B</></></>)",
+       {{{"A", "", 0, script}, {"B", "", 1, script}}}},
+      {"a separator loses its caption, also as a submenu",
+       {{"A", "x", 0, separator}, {"B", "", 1, separator}},
+       "<xml><MENU><SEPARATOR></></></>",
+       {{{"", "", 0, script}, {"--", "", 1, separator}}}},
+      {"an unknown command is java: nothing",
+       {{"A", "Unheard", 0, built_in}},
+       R"(<xml><ITEM type="java" param="">A</></>)",
+       {{{"A", "Nothing", 0, built_in}}}},
+      {"equal commands become the first",
+       {{"A", "Print again", 0, built_in}},
+       R"(<xml><ITEM type="java" param="print">A</></>)",
+       {{{"A", "Print", 0, built_in}}}},
+      {"the first colon divides", {{"A", "Link", 0, built_in}}, R"(<xml><ITEM type="url" param="http://x/">A</></>)"},
+      {"a command without a colon",
+       {{"A", "Bare", 0, built_in}},
+       R"(<xml><ITEM type="bare" param="">A</></>)",
+       {{{"A", "", 0, built_in}}}},
+      {"level -1 closes the root", {{"A", "", -1, script}}, R"(<xml></><ITEM type="script" param="">A</>)", Nodes{}},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(write_menu_document(c.nodes, commands), c.document) << c.name;
+    EXPECT_EQ(read_menu_document(c.document, commands), c.back.value_or(c.nodes)) << c.name;
+  }
+}
+
+TEST(MenuDocument, ReadsAsFarAsTheTagsGo) {
+  const Dictionary commands = sample_commands();
+  struct Case {
+    const char* name;
+    std::string_view document;
+    Nodes nodes;
+  };
+  const Case cases[] = {
+      {"nothing", "", {}},
+      {"no tags", "plain text", {}},
+      {"no > ends it", "<xml><SEPARATOR></><ITEM type=\"java\"<", {{"--", "", 0, separator}}},
+      {"no < ends it", "<xml><SEPARATOR></><SEPARATOR>", {{"--", "", 0, separator}}},
+      {"any tag is a submenu", "<xml><any thing>A</></>", {{"A", "", 0, script}}},
+      {"attributes in any order", "<xml><ITEM param=\"print\" type=\"java\">A</></>", {{"A", "Print", 0, built_in}}},
+      {"no attributes", "<xml><ITEM>A</></>", {{"A", "", 0, built_in}}},
+      {"a value that is not closed", "<xml><ITEM type=\"script>A</></>", {{"A", "", 0, script}}},
+      {"a < in a tag",
+       "<xml><ITEM type=\"script\" param=\"a<b\">A</></>",
+       {{"", "a<b", 0, script}, {"A", "", 1, script}}},
+      {"line ends belong to the caption",
+       "<xml>\r\n<MENU>A\r\n<SEPARATOR></></></>",
+       {{"A\r\n", "", 0, script}, {"--", "", 1, separator}}},
+      {"too many ends", "<xml></></></><A></><", {{"", "", -3, script}}},
+      {"a second root", "<xml></><xml><SEPARATOR></></>", {{"--", "", 0, separator}}},
+  };
+  for (const Case& c : cases) EXPECT_EQ(read_menu_document(c.document, commands), c.nodes) << c.name;
+}
+
+RunTimeError refusal(const std::string& document) {
+  try {
+    read_menu_document(document, Dictionary());
+  } catch (const AutomationError& error) {
+    return error.number();
+  }
+  return {};
+}
+
+TEST(MenuDocument, RefusesWhatAMenuCannotHold) {
+  const Dictionary commands;
+  const std::string full = write_menu_document(Nodes(menu_capacity), commands);
+  EXPECT_EQ(read_menu_document(full, commands).size(), menu_capacity);
+  EXPECT_EQ(refusal(write_menu_document(Nodes(menu_capacity + 1), commands)), RunTimeError::SubscriptOutOfRange);
+
+  std::string ends = "<xml>";
+  for (int i = 0; i < 32768; ++i) ends += "</>";
+  EXPECT_EQ(read_menu_document(ends + "<A>b<", commands).at(0).Level, -32768);
+  EXPECT_EQ(refusal(ends + "</><A>b<"), RunTimeError::Overflow);
+}
+
+// Any list and any heap of pieces gives what the plain version gives.
+TEST(MenuDocument, AgreesWithThePlainVersion) {
+  const Dictionary commands = sample_commands();
+  std::mt19937 random(20);
+  const auto below = [&random](std::size_t limit) { return random() % limit; };
+  const char* const texts[] = {"", "A", "<", ">", "&", "\"", "'", "\t", "&lt;", "&tab", "Print", "Bare", "no such key"};
+  const char* const pieces[] = {
+      "<xml>",    "</>", "<MENU>", "<SEPARATOR>", "<ITEM ", "type=\"script\"", "type=\"java\" ", "param=\"print\"",
+      "param=\"", "\"",  "<",      ">",           "/",      "&amp;",           "&quot",          "&tab;",
+      "a",        ""};
+  for (int round = 0; round < 20000; ++round) {
+    Nodes nodes(below(7));
+    for (MenuNode& node : nodes) {
+      node = {std::string(texts[below(std::size(texts))]) + texts[below(std::size(texts))],
+              texts[below(std::size(texts))], static_cast<std::int16_t>(static_cast<int>(below(6)) - 2),
+              static_cast<std::int16_t>(below(3))};
+    }
+    const std::string document = write_menu_document(nodes, commands);
+    ASSERT_EQ(document, LiteralMenu::write(nodes, commands)) << testing::PrintToString(nodes);
+    ASSERT_EQ(read_menu_document(document, commands), LiteralMenu::read(document, commands)) << document;
+
+    std::string heap = below(4) == 0 ? "" : "<xml>";
+    for (std::size_t i = below(20); i > 0; --i) heap += pieces[below(std::size(pieces))];
+    ASSERT_EQ(read_menu_document(heap, commands), LiteralMenu::read(heap, commands)) << heap;
+  }
+}
+
+}  // namespace
+}  // namespace plexoras
