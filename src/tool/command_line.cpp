@@ -24,6 +24,50 @@ CLI::Validator given() {
   return {[](std::string& text) { return std::string(text.empty() ? "must not be empty" : ""); }, ""};
 }
 
+constexpr const char* csv_help =
+    "Take the data from this delimited file and remember it for refresh; - reads standard input once";
+
+// A flag with its opposite; of several the last one counts, and without any nothing is chosen.
+CLI::Option* add_choice(CLI::App& app, const char* names, std::optional<bool>& choice, const std::string& help) {
+  return app.add_flag(names, help)->each([&choice](const std::string& value) {
+    choice = CLI::detail::to_flag_value(value) > 0;
+  });
+}
+
+// How a delimited file is read: the same for every command that reads one. Where `file` is an option, they go with it.
+void declare_import_flags(CLI::App& app, ImportFlags& flags, CLI::Option* file = nullptr) {
+  CLI::Option* const options[] = {
+      app.add_option("--delimiter", flags.delimiter,
+                     "Between the fields: any text, or comma (the default), semicolon, tab, blank or pipe")
+          ->check(given()),
+      app.add_option("--qualifier", flags.qualifier,
+                     "Around fields that hold a delimiter: doublequote, singlequote, none (the default) or one byte"),
+      add_choice(app, "--first-row,!--no-first-row", flags.first_row, "The first line holds the column labels"),
+      add_choice(app, "--first-col,!--no-first-col", flags.first_col, "The first field of each line labels its row"),
+      app.add_flag("--guess", flags.guess, "Look at the data for what is not given here, and say what was chosen"),
+      app.add_option("--encoding", flags.encoding,
+                     "Turn the data into UTF-8 from this one; without it their bytes stay as they are")
+          ->check(given()),
+  };
+  for (CLI::Option* const option : options) {
+    if (file != nullptr) option->needs(file);
+  }
+}
+
+Run declare_import(CLI::App& app) {
+  auto options = std::make_shared<ImportOptions>();
+  app.add_option("FILE", options->file, "Delimited text; - reads standard input")->required();
+  declare_import_flags(app, options->flags);
+  return running(run_import, options);
+}
+
+Run declare_refresh(CLI::App& app) {
+  auto options = std::make_shared<RefreshOptions>();
+  app.add_option("PATH", options->paths, "Pages, or folders with pages")->required()->check(given());
+  app.add_flag("--check", options->check, "Write nothing; exit status 1 when a chart is not up to date");
+  return running(run_refresh, options);
+}
+
 Run declare_new(CLI::App& app) {
   auto options = std::make_shared<NewOptions>();
   app.add_option("PAGE", options->page, "The page; a small valid one is made where there is none")->required();
@@ -32,6 +76,8 @@ Run declare_new(CLI::App& app) {
   app.add_option("--after", options->after, "Put it behind this text of the page")->check(given());
   app.add_option("--before", options->before, "Put it before this text of the page")->check(given());
   app.add_option("PROPERTY=VALUE", options->assignments, "Properties to set at once");
+  CLI::Option* const csv = app.add_option("--csv", options->csv, csv_help)->check(given());
+  declare_import_flags(app, options->import, csv);
   return running(run_new, options);
 }
 
@@ -50,6 +96,8 @@ Run declare_set(CLI::App& app) {
   app.add_option("--from", options->from,
                  "First set the PROPERTY=VALUE lines of this file, as get prints them; - reads standard input");
   app.add_flag("--custom", options->custom, "Take properties that the template does not declare");
+  CLI::Option* const csv = app.add_option("--csv", options->csv, csv_help)->check(given());
+  declare_import_flags(app, options->import, csv);
   return running(run_set, options);
 }
 
@@ -89,6 +137,7 @@ struct CommandRow {
 constexpr CommandRow commands[] = {
     {"new", "Put a control on a page",
      "  plexoras new index.html --name Sales\n"
+     "  plexoras new index.html --name Sales --csv sales.csv --guess\n"
      "  plexoras new index.html --name Share --after '<h2>Market</h2>' DiagramType=4 width=400\n",
      true, declare_new},
     {"get", "Print properties of controls",
@@ -98,9 +147,19 @@ constexpr CommandRow commands[] = {
      false, declare_get},
     {"set", "Change properties of a control",
      "  plexoras set index.html#Sales DiagramType=1 HasLegend=True\n"
-     "  plexoras set index.html#Sales CsvContents=\"$(cat sales.csv)\"\n"
+     "  plexoras set index.html#Sales --csv sales.csv --first-row --first-col\n"
      "  plexoras get a.html#Sales --changed | plexoras set b.html#Sales --from -\n",
      true, declare_set},
+    {"import", "Make a contents document of delimited text",
+     "  plexoras import sales.csv --first-row --first-col\n"
+     "  plexoras import export.txt --guess > sales.xml\n"
+     "  plexoras import - --delimiter tab --qualifier doublequote < sales.tab\n",
+     false, declare_import},
+    {"refresh", "Give charts the present data of the files that they remember",
+     "  plexoras refresh site              every chart that was given data with --csv\n"
+     "  plexoras refresh index.html -n     only say what would change\n"
+     "  plexoras refresh site --check      the same; exit status 1 when a chart is not up to date\n",
+     true, declare_refresh},
     {"publish", "Make the pages that readers get",
      "  plexoras publish site -o public      a mirror of the site, published\n"
      "  plexoras publish index.html          in place\n"

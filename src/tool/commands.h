@@ -12,6 +12,8 @@ int run_expand(const ExpandOptions& options, HeadlessPlatform& host, Console& co
 int run_new(const NewOptions& options, HeadlessPlatform& host, Console& console);
 int run_get(const GetOptions& options, HeadlessPlatform& host, Console& console);
 int run_set(const SetOptions& options, HeadlessPlatform& host, Console& console);
+int run_import(const ImportOptions& options, HeadlessPlatform& host, Console& console);
+int run_refresh(const RefreshOptions& options, HeadlessPlatform& host, Console& console);
 int run_publish(const PublishOptions& options, HeadlessPlatform& host, Console& console);
 
 /// From here on the first Ctrl-C only sets `interrupted()`, so that a command which writes many files can finish the

@@ -38,6 +38,8 @@ void Console::result(std::string_view bytes) {
                         std::string("standard output cannot be written: ") + std::strerror(errno));
 }
 
+void Console::aside(std::string_view json_line) { write_to(stderr, json_line); }
+
 void Console::say(std::string_view line) {
   if (options_.quiet || options_.json) return;
   write_to(stderr, std::string(line) + "\n");

@@ -25,6 +25,8 @@ public:
 
   /// Writes to standard output. Error 75 when it cannot be written.
   void result(std::string_view bytes);
+  /// An object for programs, on standard error: what a command has to tell whose result is no object.
+  void aside(std::string_view json_line);
   /// A line for people; not with --quiet or --json.
   void say(std::string_view line);
   /// A line for people who asked for details.

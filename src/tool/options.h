@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -25,12 +26,29 @@ struct ExpandOptions {
   std::size_t text_mebibytes = 64;
 };
 
+/// How a delimited file is to be read; what is not given is guessed or has its default.
+struct ImportFlags {
+  std::optional<std::string> delimiter = {};  ///< the text, or a word for it
+  std::optional<std::string> qualifier = {};
+  std::optional<bool> first_row = {};
+  std::optional<bool> first_col = {};
+  std::optional<std::string> encoding = {};
+  bool guess = false;
+};
+
+struct ImportOptions {
+  std::string file;  ///< "-" for standard input
+  ImportFlags flags;
+};
+
 struct NewOptions {
   std::string page;
   std::string name;
   std::string control = "chart";
   std::string after;
   std::string before;
+  std::string csv;  ///< a file of data, "-" for standard input
+  ImportFlags import;
   std::vector<std::string> assignments;  ///< PROPERTY=VALUE
 };
 
@@ -44,12 +62,19 @@ struct SetOptions {
   std::string target;
   std::vector<std::string> assignments;
   std::string from;  ///< a file of PROPERTY=VALUE lines, "-" for standard input
+  std::string csv;   ///< a file of data, "-" for standard input
+  ImportFlags import;
   bool custom = false;
 };
 
 struct PublishOptions {
   std::vector<std::string> paths;
   std::string output;
+};
+
+struct RefreshOptions {
+  std::vector<std::string> paths;
+  bool check = false;
 };
 
 }  // namespace plexoras

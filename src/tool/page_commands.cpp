@@ -10,6 +10,7 @@
 #include "host/headless_platform.h"
 #include "host/text_lines.h"
 #include "tool/commands.h"
+#include "tool/data_import.h"
 #include "tool/json_text.h"
 #include "tool/page_target.h"
 
@@ -119,17 +120,41 @@ void refuse_broken_template(const std::vector<Diagnostic>& diagnostics, Console&
                                                        to_text(first.where) + ": " + first.what);
 }
 
+// Data that a control was given, and the file that it remembers for them; null when there are none.
+using GivenData = nlohmann::json;
+
+// Gives the control the data of `file`, which it remembers when they can be read again.
+GivenData take_data(LiveControl& control, const std::string& page, const std::string& file, const ImportFlags& flags,
+                    FileSystem& files, Console& console) {
+  if (file.empty()) return {};
+  FileImport import = import_file(file, flags, files, console);
+  ControlProperties(control).set("Contents", import.data.document.take_text());
+  std::optional<DataSource> source;
+  if (file != "-" && can_be_read_again(file)) {
+    source = DataSource{path_to_remember(page, file), import.data.settings};
+  } else {
+    console.say("the data cannot be read again from " + std::string(file == "-" ? "standard input" : file) +
+                ", so that refresh passes this chart over");
+  }
+  remember_source(control.control(), source);
+  GivenData data = to_json(import);
+  data["source"] = source ? nlohmann::json(source->path) : nlohmann::json();
+  return data;
+}
+
 // Writes the page with control `name` in its new state; `done` says what was done to it.
 void save(const Page& page, const std::string& bytes, const std::string& name, const std::string& done,
-          Console& console) {
+          const GivenData& data, Console& console) {
   const bool is_dry = console.options().dry_run;
   defer_interrupts();  // a page is written whole or not at all, and nothing is left beside it
   const bool changes = is_dry ? bytes != page.bytes() : write_if_changed(page.path(), bytes);
   if (console.options().json) {
-    console.result(json_line({{"version", json_version},
-                              {"page", page.path()},
-                              {"control", name},
-                              {"outcome", changes ? "written" : "unchanged"}}));
+    nlohmann::json object{{"version", json_version},
+                          {"page", page.path()},
+                          {"control", name},
+                          {"outcome", changes ? "written" : "unchanged"}};
+    if (!data.is_null()) object["data"] = data;
+    console.result(json_line(object));
     return;
   }
   const std::string sentence = "control \"" + name + "\"" + done;
@@ -185,6 +210,7 @@ int run_new(const NewOptions& options, HeadlessPlatform& host, Console& console)
   TemplateSession session(host.platform());
   LiveControl control = LiveControl::make_new(session, options.control, options.name);
   refuse_broken_template(session.diagnostics, console);
+  const GivenData data = take_data(control, options.page, options.csv, options.import, host.platform().files, console);
   ControlProperties properties(control);
   assign(properties, assignments, ControlProperties::NewKeys::Refuse, options.page + "#" + options.name);
 
@@ -194,7 +220,7 @@ int run_new(const NewOptions& options, HeadlessPlatform& host, Console& console)
   edit.insert(at, with_own_lines(page, at, Page::span_text(record, "", page.line_break())));
   const std::string bytes = edit.result();
   check_new_control(page, bytes, record);
-  save(page, bytes, record.name, " added", console);
+  save(page, bytes, record.name, " added", data, console);
   return interrupted() ? exit_interrupted : exit_done;
 }
 
@@ -238,11 +264,14 @@ int run_get(const GetOptions& options, HeadlessPlatform& host, Console& console)
 int run_set(const SetOptions& options, HeadlessPlatform& host, Console& console) {
   SilentMessageBox silent;
   host.platform().message_box = &silent;
+  if (options.from == "-" && options.csv == "-") throw UsageError("standard input is read once: --from or --csv");
   // What a control was read from may hold properties that no template declares.
   const std::vector<Assignment> copied =
       options.from.empty() ? std::vector<Assignment>() : read_assignments(options.from);
   const std::vector<Assignment> assignments = parse_assignments(options.assignments);
-  if (copied.empty() && assignments.empty()) throw UsageError("nothing to set; write PROPERTY=VALUE or --from FILE");
+  if (copied.empty() && assignments.empty() && options.csv.empty()) {
+    throw UsageError("nothing to set; write PROPERTY=VALUE, --csv FILE or --from FILE");
+  }
 
   const PageTarget target = parse_page_target(options.target);
   const Page page = Page::read(target.page);
@@ -252,6 +281,7 @@ int run_set(const SetOptions& options, HeadlessPlatform& host, Console& console)
   refuse_broken_template(session.diagnostics, console);
   ControlProperties properties(control);
   assign(properties, copied, ControlProperties::NewKeys::Accept, options.target);
+  const GivenData data = take_data(control, page.path(), options.csv, options.import, host.platform().files, console);
   assign(properties, assignments,
          options.custom ? ControlProperties::NewKeys::Accept : ControlProperties::NewKeys::Refuse, options.target);
 
@@ -261,8 +291,11 @@ int run_set(const SetOptions& options, HeadlessPlatform& host, Console& console)
   const std::string bytes = edit.result();
   Page::parse(page.path(), bytes);  // tells of a new name that is taken
   const std::size_t count = copied.size() + assignments.size();
-  const std::string done = ": " + std::to_string(count) + (count == 1 ? " property set" : " properties set");
-  save(page, bytes, record.name, done, console);
+  std::string done = data.is_null() ? "" : "data imported";
+  if (count > 0 || data.is_null()) {
+    done += (done.empty() ? "" : ", ") + std::to_string(count) + (count == 1 ? " property set" : " properties set");
+  }
+  save(page, bytes, record.name, ": " + done, data, console);
   return interrupted() ? exit_interrupted : exit_done;
 }
 

@@ -120,6 +120,10 @@ class CommandLine(ToolTest):
             (["new", "p.html", "--name", "B", "FontSize"], '"FontSize" sets nothing; write PROPERTY=VALUE'),
             (["set", "p.html"], "nothing to set; write PROPERTY=VALUE"),
             (["set", "p.html", "=1"], '"=1" sets nothing'),
+            (["set", "p.html", "--first-row"], "--first-row requires --csv"),
+            (["set", "p.html", "--csv", "-", "--from", "-"], "standard input is read once: --from or --csv"),
+            (["import"], "FILE is required"),
+            (["import", "x.csv", "--delimiter", ""], "--delimiter: must not be empty"),
             (["publish", "p.html", "-o", ""], "--output: must not be empty"),
             (["publish", "p.html", "--color", "blue"], "auto"),
             (["expand", "x.dat", "S", "-D", "X"], '-D takes NAME=VALUE, not "X"'),
@@ -133,7 +137,7 @@ class CommandLine(ToolTest):
     def test_help_begins_with_examples(self):
         self.assertEqual(self.run_tool().stdout, self.run_tool("--help").stdout)
         self.assertRegex(self.done("--version"), rb"^plexoras \d+\.\d+\.\d+\n$")
-        commands = ["new", "get", "set", "publish", "expand"]
+        commands = ["new", "get", "set", "import", "refresh", "publish", "expand"]
         for command in commands:
             self.assertIn(f"  {command} ", self.done("--help").decode())
             text = self.done(command, "-h").decode()
@@ -376,12 +380,14 @@ class Properties(ToolTest):
     def test_changes_make_a_fresh_control_into_this_one(self):
         self.done("new", "p.html", "--name", "A")
         self.assertEqual(self.done("get", "p.html#A", "--changed"), b"")
-        self.done("set", "p.html#A", "DiagramType=4", "width=100", "visible=False", "WidthRatio=50", "colTitle=a\tb",
-                  "CAPTION=x\ny\\", "CsvContents=a,b\nx,1\n", "RENDERER=", "HasLegend=false", "xScaleMin=-0.5")
+        self.done("set", "p.html#A", "DiagramType=4", "width=100", "visible=False", "WidthRatio=50",
+                  "CAPTION=x\ny\\", "CsvContents=a,b\nx,1\n", "colTitle=a\tb", "RENDERER=", "HasLegend=false",
+                  "xScaleMin=-0.5")
         changed = self.done("get", "p.html", "--changed")
         self.assertEqual(changed, b"width=100\nvisible=False\nDiagramType=4\nxScaleMin=-0.5\nHasLegend=False\n"
-                         b"colTitle=a\\tb\nRENDERER=\nCAPTION=x\\ny\\\\\n"
-                         b"Contents=<xml><rows>a<row>x</></><cols><col>b</></><data><value>1</></></xml>\nWIDTH=50%\n")
+                         b"RENDERER=\nCAPTION=x\\ny\\\\\n"
+                         b"Contents=<xml><rows>a<row>x</></><cols>a&tab;b<col>b</></><data><value>1</></></xml>\n"
+                         b"WIDTH=50%\n")
         self.done("new", "q.html", "--name", "B")
         self.done("set", "q.html#B", "--from", "-", stdin=changed)
         self.assertEqual(self.done("get", "q.html", "--changed"), changed)
@@ -453,7 +459,7 @@ class HostileValues(ToolTest):
         b"a\rb",
     ]
     PLAIN = ["CAPTION", "ALT", "MENU", "HASMENU"]  # custom properties, escaped by the template
-    STYLE = ["colTitle", "FontName", "negativeForeColor"]
+    STYLE = ["FontName", "negativeForeColor"]
 
     def test_in_every_kind_of_property(self):
         def as_html(text):  # HTML itself reads CR LF and CR as LF
@@ -469,8 +475,8 @@ class HostileValues(ToolTest):
             lines = b"".join(name + b"=" + listed(each) + b"\n" for name, each in settings.items())
             self.done("set", "p.html", "--from", "-", stdin=lines)
             self.done("publish", "p.html")
-            got = self.done("get", "p.html", "CAPTION", "colTitle", "CsvContents").split(b"\n")
-            self.assertEqual(got[:2], [b"CAPTION=" + listed(value), b"colTitle=" + listed(value)])
+            got = self.done("get", "p.html", "CAPTION", "FontName", "CsvContents").split(b"\n")
+            self.assertEqual(got[:2], [b"CAPTION=" + listed(value), b"FontName=" + listed(value)])
             sheet = unlisted(got[2].split(b"=", 1)[1]).decode("latin-1")
             self.assertEqual(list(csv.reader(io.StringIO(sheet, newline=""))), [["c", text], [text, text]])
 
@@ -491,12 +497,247 @@ class HostileValues(ToolTest):
     def test_ten_megabytes(self):
         big = '"$(x)-->\\#(' * 900_000
         contents = f"<xml><rows><row>{big}</></><cols></><data></></xml>"
-        for name, value, parameter in (("colTitle", big, "XmlStyle"), ("Contents", contents, "XmlContents")):
+        for name, value, parameter in (("FontName", big, "XmlStyle"), ("colTitle", big, "XmlContents"),
+                                       ("Contents", contents, "XmlContents")):
             self.write("p.html", OPENING % b"A" + CLOSING)
             self.done("set", "p.html", "--from", "-", stdin=f"{name}=".encode() + listed(value.encode()) + b"\n")
             self.done("publish", "p.html")
             (document,) = re.findall(f'<param name="{parameter}" value="([^"]*)">', self.read("p.html").decode())
             self.assertEqual(unescaped(html.unescape(document)).count(big), 1, name)
+
+
+def document(corner, rows, columns, values):
+    """A contents document; None among the rows is one without a label."""
+    rows = "".join("<row/>" if row is None else f"<row>{row}</>" for row in rows)
+    columns = "".join(f"<col>{column}</>" for column in columns)
+    values = "".join(f"<value>{value}</>" for value in values)
+    return f"<xml><rows>{corner}{rows}</><cols>{columns}</><data>{values}</></xml>".encode()
+
+
+class Import(ToolTest):
+    TABLE = b"a,b\n1,2\n"
+    LABELLED = document("a", ["1"], ["b"], ["2"])
+
+    def test_flags(self):
+        plain = document("", [None, None], [], ["a", "b", "1", "2"])
+        cases = [
+            (self.TABLE, [], plain),
+            (self.TABLE, ["--first-row", "--first-col"], self.LABELLED),
+            (self.TABLE, ["--first-row"], document("", [None], ["a", "b"], ["1", "2"])),
+            (self.TABLE, ["--first-col"], document("", ["a", "1"], [], ["b", "2"])),
+            (self.TABLE, ["--first-row", "--no-first-row"], plain),
+            (b"", [], b"<xml><cols/><rows/><data/></>"),
+            (b"a\tb\r\n1\t2", ["--delimiter", "tab"], plain),
+            (b"a\tb\r1\t2\r", ["--delimiter", "\\t"], plain),
+            (b"a::b\n1::2\n", ["--delimiter", "::"], document("", [None] * 2, [], ["a", ":b", "1", ":2"])),
+            (b"'a|'|b", ["--delimiter=pipe", "--qualifier", "'"], document("", [None], [], ["a|", "b"])),
+            (b'"a b"x c', ["--delimiter", "blank", "--qualifier=doublequote"], document("", [None], [], ["a b", "c"])),
+            (b"\xff\0,<\t", [], document("", [None], [], ["\0", "&lt;&tab;"]).replace(b"\0", b"\xff\0")),
+            ("\u00e9,b".encode("utf-16"), ["--encoding", "utf-16"], document("", [None], [], ["\u00e9", "b"])),
+        ]
+        for data, flags, expected in cases:
+            self.write("d.csv", data)
+            for result in (self.run_tool("import", "d.csv", *flags), self.run_tool("import", *flags, "-", stdin=data)):
+                self.assertEqual((result.returncode, result.stdout, result.stderr), (0, expected, b""), flags)
+
+    def test_standard_input_is_read_from_where_it_stands(self):
+        self.write("d.csv", b"skip\n" + self.TABLE)
+        with open(self.path("d.csv"), "rb", buffering=0) as file:
+            file.seek(5)
+            out = subprocess.run([TOOL, "import", "-", "--first-row", "--first-col"], stdin=file, check=True,
+                                 stdout=subprocess.PIPE).stdout
+        self.assertEqual(out, self.LABELLED)
+
+    def test_guess(self):
+        lines = b"".join(b"2024-01-%02d;%d,5;%d\r\n" % (day, day, day * 7) for day in range(1, 29))
+        data = "day;caf\u00e9;b\r\n".encode("utf-16-le") + lines.decode().encode("utf-16-le")
+        self.write("d.csv", b"\xff\xfe" + data)
+        guessed = self.run_tool("import", "d.csv", "--guess")
+        said = guessed.stderr.decode().splitlines()
+        self.assertTrue(guessed.stdout.startswith(b"<xml><rows>day<row>2024-01-01</>"), guessed.stdout[:99])
+        self.assertEqual([line.split(" ")[0] for line in said],
+                         ["encoding", "delimiter", "qualifier", "first", "first", "the"])
+        flags = said[-1].split(": ")[1].split()
+        self.assertEqual(self.done("import", "d.csv", *flags), guessed.stdout)
+        self.assertEqual(self.done("import", "-", "--guess", stdin=b"\xff\xfe" + data), guessed.stdout)
+
+        quiet = self.run_tool("import", "d.csv", "--guess", "-q", "--no-first-row", "--delimiter", ",")
+        self.assertEqual(quiet.stderr, b"")
+        self.assertIn(b"<cols></>", quiet.stdout)
+        self.assertIn(b"5;7</>", quiet.stdout)
+        result = self.run_tool("import", "d.csv", "--guess", "--json")
+        row = json.loads(result.stderr)
+        self.assertEqual((row["delimiter"], row["first_row"], row["source"], len(row["choices"])),
+                         (";", True, "d.csv", 5))
+        self.assertEqual(result.stdout, guessed.stdout)
+
+    def test_failures(self):
+        os.mkdir(self.path("folder"))
+        self.write("d.csv", b"a,b\n\n1,2\n")
+        self.write("cut.csv", b"a\0b")
+        cases = [
+            (["none.csv"], "File not found: none.csv: "),
+            (["folder"], "Path/File access error: folder: Is a directory"),
+            (["d.csv", "--first-col"], "d.csv:2: "),
+            (["cut.csv", "--encoding", "UTF-16LE"], "cut.csv: "),
+            (["d.csv", "--encoding", "UTF-9"], ""),
+            (["d.csv", "--guess", "--encoding", "UTF-9"], ""),
+        ]
+        if os.geteuid() != 0:
+            self.write("secret.csv", b"a")
+            os.chmod(self.path("secret.csv"), 0)
+            cases.append((["secret.csv"], "Path/File access error: secret.csv: Permission denied"))
+        for arguments, message in cases:
+            result = self.run_tool("import", *arguments)
+            self.assertEqual((result.returncode, result.stdout), (1, b""), arguments)
+            self.assertRegex(result.stderr.decode(), "(?m)^Cannot Import File: " + re.escape(message))
+            result = self.run_tool("import", *arguments, "--json")
+            self.assertEqual((result.returncode, result.stdout), (1, b""), arguments)
+            self.assertIn("Cannot Import File: ", json.loads(result.stderr)["problems"][0]["message"])
+
+    def test_warnings(self):
+        cases = [
+            (b"\xef\xbb\xbfa", [], b"d.csv: warning: the bytes are taken as they are, and they begin with the mark of "
+                                   b"UTF-8; give --encoding UTF-8 or --guess\n"),
+            (b"\xff\xfea\0", [], b"mark of UTF-16;"),
+            (b"\xff\xfe\0\0", [], b"mark of UTF-32;"),
+            (b"a", ["--qualifier", "quote"], b'd.csv: warning: no field can begin with the qualifier "quote"'),
+        ]
+        for data, flags, message in cases:
+            self.write("d.csv", data)
+            result = self.run_tool("import", "d.csv", *flags)
+            self.assertEqual((result.returncode, result.stdout),
+                             (0, b"<xml><rows><row/></><cols></><data><value>%s</></></xml>" % data))
+            self.assertIn(message, result.stderr)
+
+
+class DataSources(ToolTest):
+    TABLE = b"Region,Q1,Q2\nNorth,1,2\nSouth,3,4\n"
+    LABELS = ["--first-row", "--first-col"]
+
+    def source_of(self, target):
+        names = ["DATASOURCE", "DATADELIMITER", "DATAQUALIFIER", "DATALABELS", "DATAENCODING"]
+        (page,) = self.json("get", target)
+        return {name: value for name, value in page["controls"][0]["properties"].items() if name in names}
+
+    def test_data_are_stored_and_the_file_is_remembered(self):
+        self.write("site/data/s.csv", self.TABLE)
+        self.write("t.tab", b"'a\tb'\t1\n")
+        self.done("new", "site/p.html", "--name", "A", "--csv", "site/data/s.csv", *self.LABELS, "CAPTION=x")
+        self.assertEqual(self.done("get", "site/p.html", "Contents"),
+                         self.done("import", "site/data/s.csv", *self.LABELS) + b"\n")
+        self.assertEqual(self.done("get", "site/p.html", "CAPTION"), b"x\n")
+        self.assertEqual(self.source_of("site/p.html"),
+                         {"DATASOURCE": "data/s.csv", "DATALABELS": "first-row first-col"})
+
+        result = self.run_tool("set", "site/p.html#A", "--csv", self.path("t.tab"), "--delimiter", "tab",
+                               "--qualifier", "singlequote", "--encoding", "UTF-8", "DATALABELS=first-col")
+        self.assertEqual(result.stderr, b'site/p.html: control "A": data imported, 1 property set\n')
+        self.assertEqual(self.source_of("site/p.html"), {
+            "DATASOURCE": "../t.tab", "DATADELIMITER": "tab", "DATAQUALIFIER": "singlequote",
+            "DATALABELS": "first-col", "DATAENCODING": "UTF-8"})
+        self.assertEqual(self.done("get", "site/p.html", "Contents"),
+                         document("", [None], [], ["a&tab;b", "1"]) + b"\n")
+        self.assertEqual(self.done("refresh", "site"), b"site/p.html#A: -1 column, 1 cell changed, labels changed\n")
+
+        (row,) = self.json("set", "site/p.html", "--csv", "site/data/s.csv", "--guess")
+        self.assertEqual((row["data"]["source"], row["data"]["delimiter"], row["outcome"]),
+                         ("data/s.csv", ",", "written"))
+
+    def test_what_cannot_be_read_again_is_not_remembered(self):
+        self.write("s.csv", self.TABLE)
+        os.mkfifo(self.path("pipe"))
+        for name in ("-", "pipe"):
+            self.done("new", "p.html", "--name", "A", "--csv", "s.csv")
+            with subprocess.Popen(["sh", "-c", f"[ {name} = - ] || cat s.csv > pipe"], cwd=self.folder):
+                result = self.run_tool("set", "p.html", "--csv", name, *self.LABELS, stdin=self.TABLE)
+            self.assertEqual(result.returncode, 0, result.stderr)
+            self.assertIn(b"the data cannot be read again from ", result.stderr)
+            self.assertEqual(self.source_of("p.html"), {})
+            self.assertIn(b"<col>Q2</>", self.done("get", "p.html", "Contents"))
+            page = self.read("p.html")
+            os.remove(self.path("p.html"))
+        self.write("pipe.html", page)
+        self.done("set", "pipe.html", "DATASOURCE=pipe")
+        self.assertIn(b"pipe: this is no file that holds data", self.run_tool("refresh", "pipe.html").stderr)
+
+    def test_failures_leave_the_page_alone(self):
+        self.done("new", "p.html", "--name", "A")
+        before = self.read("p.html")
+        self.write("bad.csv", b"a\n\nb\n")
+        for arguments, message in (([], "File not found: none.csv"), (["--first-col"], "bad.csv:2: ")):
+            file = "bad.csv" if arguments else "none.csv"
+            self.refused(1, f"plexoras: error: Cannot Import File: {message}",
+                         "set", "p.html", "--csv", file, *arguments)
+            self.refused(1, "Cannot Import File: ", "new", "q.html", "--name", "B", "--csv", file, *arguments)
+        self.assertEqual(self.read("p.html"), before)
+        self.assertEqual(self.files(), ["bad.csv", "p.html"])
+
+    def test_refresh(self):
+        for name in ("a", "b"):
+            self.write(f"site/{name}.csv", self.TABLE)
+            self.done("new", f"site/{name}.html", "--name", "A", "--csv", f"site/{name}.csv", *self.LABELS)
+        self.done("new", "site/b.html", "--name", "None")
+        self.assertEqual(self.run_tool("refresh", "site").stderr, b"0 changed, 2 unchanged, 0 failed\n")
+        self.assertEqual(self.done("refresh", "site", "--check"),
+                         b"site/a.html#A: unchanged\nsite/b.html#A: unchanged\n")
+        self.assertIn(b"site/b.html#None: no source\n", self.run_tool("refresh", "site", "-v").stderr)
+
+        before = self.read("site/a.html"), self.read("site/b.html"), os.stat(self.path("site/a.html"))
+        self.write("site/b.csv", b"Region,Q1,Q2\nNorth,1,5\nSouth,3,4\nWest,0,0\n")
+        report = b"site/a.html#A: unchanged\nsite/b.html#A: +1 row, 1 cell changed\n"
+        last = b"1 changed, 1 unchanged, 0 failed"
+        for flags, status, end in ((["--check"], 1, b"; nothing was written"), (["-n"], 0, b"; nothing was written"),
+                                   (["-n", "--check"], 1, b"; nothing was written"), ([], 0, b"")):
+            self.assertEqual(self.read("site/b.html"), before[1])
+            result = self.run_tool("refresh", "site", *flags)
+            self.assertEqual((result.returncode, result.stdout, result.stderr), (status, report, last + end + b"\n"))
+        after = os.stat(self.path("site/a.html"))
+        self.assertEqual((after.st_ino, after.st_mtime_ns), (before[2].st_ino, before[2].st_mtime_ns))
+        self.assertEqual(self.done("get", "site/b.html#A", "Contents"),
+                         self.done("import", "site/b.csv", *self.LABELS) + b"\n")
+        self.done("refresh", "site", "--check")
+
+        # The same table in another form is no change; what an author has put in its place is.
+        self.done("set", "site/a.html#A", "Contents=" + self.done("import", "site/a.csv", *self.LABELS).decode()
+                  .replace("</><cols>", "</rows>\r\n<cols>"))
+        self.done("set", "site/b.html#A", "CsvContents=Region,Q1,Q2\nNorth,1,5\n")
+        rows = self.json("refresh", "site")
+        self.assertEqual([(row["control"], row["outcome"], row["changes"]["rows_added"]) for row in rows],
+                         [("A", "unchanged", 0), ("A", "changed", 2)])
+        self.assertEqual(rows[1]["source"], "b.csv")
+        empty = self.run_tool("refresh", "--json", "none")
+        self.assertEqual((empty.returncode, json.loads(empty.stdout)["outcome"]), (1, "failed"))
+
+    def test_a_bad_chart_among_good_ones(self):
+        self.write("s.csv", self.TABLE)
+        for name in "ABCDEF":
+            self.done("new", "p.html", "--name", name, "--csv", "s.csv")
+        for name, setting in zip("BCDE", ["DATASOURCE=none.csv", "DATALABELS=top", "DATAENCODING=UTF-9",
+                                          "DATASOURCE=."]):
+            self.done("set", f"p.html#{name}", setting)
+        self.write("p.html", self.read("p.html") + b"\n" + OPENING.replace(b"Diagram", b"X") % b"G" + CLOSING)
+        self.write("q.html", b'<!--dtc X name="A"')
+        self.done("new", "r.html", "--name", "A", "--csv", "s.csv")
+        self.write("s.csv", b"1,2,3\n")
+        result = self.run_tool("refresh", "p.html", "q.html", "r.html")
+        self.assertEqual(result.returncode, 1)
+        changed = b": -2 rows, 3 cells changed\n"
+        self.assertEqual(result.stdout, b"p.html#A" + changed + b"p.html#F" + changed + b"r.html#A" + changed)
+        *problems, last = result.stderr.decode().splitlines()
+        self.assertEqual(last, "3 changed, 0 unchanged, 6 failed")
+        expected = [
+            r'p\.html:\d+:1: error: control "B": Cannot Import File: File not found: none\.csv.*; put the file there',
+            r'p\.html:\d+:1: error: control "C": DATALABELS takes first-row, .*, not "top"',
+            r'p\.html:\d+:1: error: control "D": Cannot Import File: ',
+            r'p\.html:\d+:1: error: control "E": DATASOURCE: \.: this is no file that holds data',
+            r'p\.html:\d+:1: error: control "G": there is no control',
+            r"q\.html:1:1: error: ",
+        ]
+        self.assertEqual(len(problems), len(expected), problems)
+        for problem, pattern in zip(problems, expected):
+            self.assertRegex(problem, pattern)
+        self.assertEqual(self.done("get", "r.html", "Contents"), document("", [None], [], "123") + b"\n")
 
 
 class Publish(ToolTest):
@@ -571,6 +812,15 @@ class Publish(ToolTest):
                          r'^p\.html:8:1: error: control "A": (.|\n)*no template file "DIAGRAM.DAT"')
         self.assertEqual(self.read("p.html"), before)
         self.assertEqual(self.run_tool("set", "p.html", "FontSize=8", tool=bare).returncode, 1)
+        self.assertEqual(self.read("p.html"), before)
+
+        self.write("s.csv", b"1\n")
+        self.done("set", "p.html", "--csv", "s.csv")
+        self.write("s.csv", b"2\n")
+        before = self.read("p.html")
+        result = self.run_tool("refresh", "p.html", tool=bare)
+        self.assertEqual((result.returncode, result.stdout), (1, b""))
+        self.assertIn(b'p.html:8:1: error: control "A": its template cannot be used: ', result.stderr)
         self.assertEqual(self.read("p.html"), before)
 
     def test_ctrl_c_between_pages(self):
