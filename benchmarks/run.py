@@ -1,322 +1,46 @@
 #!/usr/bin/env python3
-"""Measures the template engine beside GNU m4, cpp -traditional-cpp and ctemplate.
+"""Measures Plexoras DTC beside others that do the same work, and prints tables of times and ratios.
 
-Makes one set of workloads in the syntax of each tool, checks that all tools make the same text of them,
-and prints Markdown tables of processor times and of ratios measured side by side.
+Each suite (NAME_suite.py) makes its workloads with a fixed seed, checks that everybody makes the same of them, and then
+measures everybody in one run.
 """
 
 import argparse
-import datetime
-import json
-import os
+import importlib
 import pathlib
-import platform
-import shutil
-import subprocess
 import sys
-import tempfile
-import textwrap
 
-DOCUMENT = pathlib.Path(__file__).resolve().parent.parent / "docs" / "benchmarks.md"
-BEGIN, END = "<!-- measured: written by benchmarks/run.py --write -->\n", "<!-- end of measured -->\n"
-
-VARIABLES = [f"FIELD_{i:02}" for i in range(1, 44)]
-FRAGMENT_ROUNDS = 2_000
-SECTION_LINES, SECTION_REFERENCES = 100_000, 3_000
-CALLS = 100_000
-
-# A workload is a list of lines; a line is text in which {NAME} marks a reference. The text suits every tool: no
-# quotation marks (in which cpp expands nothing), no comment signs, no empty lines (which cpp drops).
-WORDS = ("the harvest of every county is weighed at harbour and mill (as in former years), costs $4 a bushel; "
-         "who sells early pays less for storage, and more for his patience").split()
+HERE = pathlib.Path(__file__).resolve().parent
+DOCUMENT = HERE.parent / "docs" / "benchmarks.md"
+SUITES = ["template", "import", "table"]
+END = "<!-- end of measured -->\n"
 
 
-def value(index, round_number):
-    return f"{WORDS[index % len(WORDS)].strip('(),;$')} {index * 37 % 100} of {round_number % 10}"
-
-
-def fragment_lines():
-    lines = ["<section id={FIELD_01} class={FIELD_02} lang={FIELD_03}>"]
-    for index in range(1, 79):
-        if index % 2:
-            lines.append(f"  <dt class=term>Entry {index} of the table of crops:</dt>")
-        else:
-            lines.append(f"  <dd>{{{VARIABLES[index // 2 + 2]}}} and <em>more</em> of it</dd>")
-    lines.append("</section> <!-- {FIELD_42}, {FIELD_43} -->")
-    return lines
-
-
-def section_lines():
-    lines = []
-    every = SECTION_LINES // SECTION_REFERENCES
-    for index in range(SECTION_LINES):
-        from_word = index * 7 % len(WORDS)
-        words = [WORDS[(from_word + i) % len(WORDS)] for i in range(16)]
-        if index % every == 0 and index // every < SECTION_REFERENCES:
-            words[8] = "{" + VARIABLES[index // every % len(VARIABLES)] + "}"
-        lines.append(f"<p>{index} " + " ".join(words) + "</p>")
-    return lines
-
-
-def arguments():
-    return [f"{WORDS[i % len(WORDS)].strip('(),;$')} {i}" for i in range(CALLS)]
-
-
-class Tool:
-    """How a tool writes references, definitions, inclusions and calls."""
-
-    def __init__(self, name, suffix, command, reference, define, include, macro, call, opening=()):
-        self.name, self.suffix, self.command, self.opening = name, suffix, command, list(opening)
-        self.reference, self.define, self.include = reference, define, include
-        self.macro, self.call = macro, call
-
-    def in_syntax(self, lines):
-        marks = {name: self.reference.format(name) for name in VARIABLES}
-        return [line.format_map(marks) for line in lines]
-
-    def definitions(self, round_number):
-        return [line for i, name in enumerate(VARIABLES) for line in self.define(name, value(i, round_number))]
-
-    def workloads(self, fragment, section, call_arguments):
-        """The main file of each workload, by its name."""
-        rounds = []
-        for round_number in range(FRAGMENT_ROUNDS):
-            rounds += self.definitions(round_number) + [self.include]
-        return {
-            "fragment": rounds,
-            "section": self.definitions(0) + self.in_syntax(section),
-            "calls": [self.macro] + [self.call.format(argument) for argument in call_arguments],
-        }
-
-
-def tools(bin_dir):
-    return [
-        Tool("plexoras", "dat", [str(bin_dir / "plexoras"), "expand", "{}", "MAIN"], "$({})",
-             lambda name, text: [f"#DEFINE {name} {text}"], "#INCLUDE FRAGMENT FROM fragment.dat",
-             "#MACRO BOLD <b>$(_NAME)</b>", "#BOLD {}", ["[MAIN]"]),
-        Tool("m4", "m4", ["m4", "{}"], "{}",
-             lambda name, text: [f"define(`{name}', `{text}')dnl"], "include(`fragment.m4')dnl",
-             "define(`BOLD', `<b>$1</b>')dnl", "BOLD({})"),
-        Tool("cpp -traditional-cpp", "h", ["cpp", "-P", "-traditional-cpp", "{}"], "{}",
-             lambda name, text: [f"#undef {name}", f"#define {name} {text}"], '#include "fragment.h"',
-             "#define BOLD(text) <b>text</b>", "BOLD({})"),
-    ]
-
-
-def write_lines(path, lines, line_end="\n"):
-    path.write_text("".join(line + line_end for line in lines), encoding="ascii", newline="")
-
-
-def write_workloads(folder, all_tools):
-    """Writes everything into `folder`; what each workload must come out as, as a list of lines."""
-    fragment, section, call_arguments = fragment_lines(), section_lines(), arguments()
-    engine = all_tools[0]
-    values = [{name: value(i, r) for i, name in enumerate(VARIABLES)} for r in range(FRAGMENT_ROUNDS)]
-    expected = {
-        "fragment": [line.format_map(values[r]) for r in range(FRAGMENT_ROUNDS) for line in fragment],
-        "section": [line.format_map(values[0]) for line in section],
-        "calls": [f"<b>{argument}</b>" for argument in call_arguments],
-    }
-
-    for tool in all_tools:
-        head = ["[FRAGMENT]"] if tool is engine else []
-        write_lines(folder / f"fragment.{tool.suffix}", head + tool.in_syntax(fragment))
-        for name, lines in tool.workloads(fragment, section, call_arguments).items():
-            write_lines(folder / f"{name}_main.{tool.suffix}", tool.opening + lines)
-
-    # The same in memory, for template_benchmark.
-    in_ctemplate = {name: "{{" + name + "}}" for name in VARIABLES}
-    crlf = "\r\n"
-    write_lines(folder / "variables.txt", [f"{name}={text}" for name, text in values[0].items()])
-    write_lines(folder / "arguments.txt", call_arguments)
-    write_lines(folder / "section.text", engine.in_syntax(section), crlf)
-    write_lines(folder / "calls.text", [engine.macro] + [engine.call.format(a) for a in call_arguments], crlf)
-    write_lines(folder / "fragment.tpl", [line.format_map(in_ctemplate) for line in fragment], crlf)
-    write_lines(folder / "section.tpl", [line.format_map(in_ctemplate) for line in section], crlf)
-    (folder / "calls.tpl").write_bytes(b"{{#CALL}}<b>{{ARGUMENT}}</b>\r\n{{/CALL}}")
-    write_lines(folder / "fragment.expected", expected["fragment"][:len(fragment)], crlf)
-    write_lines(folder / "section.expected", expected["section"], crlf)
-    write_lines(folder / "calls.expected", expected["calls"], crlf)
-    return expected
-
-
-def command_for(tool, workload):
-    return [word.format(f"{workload}_main.{tool.suffix}") for word in tool.command]
-
-
-def check_texts(folder, all_tools, expected):
-    """Every tool must give the lines expected, however it ends them; cpp puts empty ones between."""
-    for workload, lines in expected.items():
-        for tool in all_tools:
-            done = subprocess.run(command_for(tool, workload), cwd=folder, capture_output=True, check=False)
-            if done.returncode != 0:
-                sys.exit(f"{tool.name} failed on {workload}: {done.stderr.decode(errors='replace')[:500]}")
-            given = [line for line in done.stdout.decode("ascii").replace("\r\n", "\n").split("\n") if line]
-            if given != lines:
-                wrong = next((i for i, (a, b) in enumerate(zip(given, lines)) if a != b), min(len(given), len(lines)))
-                sys.exit(f"{tool.name} gives another text for {workload}, from line {wrong + 1} on:\n"
-                         f"  given    {given[wrong:wrong + 1]}\n  expected {lines[wrong:wrong + 1]}")
-
-
-def processor_seconds(command, folder):
-    """User and system time of a process and of those it started."""
-    child = subprocess.Popen(command, cwd=folder, stdout=subprocess.DEVNULL)
-    _, status, usage = os.wait4(child.pid, 0)
-    child.returncode = os.waitstatus_to_exitcode(status)
-    if child.returncode != 0:
-        sys.exit(f"{command[0]} ended with status {child.returncode}")
-    return usage.ru_utime + usage.ru_stime
-
-
-def measure_processes(folder, all_tools, workloads, rounds):
-    """The best time of each tool, by workload and tool. The tools take turns, so that all meet the same machine."""
-    best = {}
-    for _ in range(rounds):
-        for workload in workloads:
-            for tool in all_tools:
-                seconds = processor_seconds(command_for(tool, workload), folder)
-                best[workload, tool.name] = min(seconds, best.get((workload, tool.name), seconds))
-    return best
-
-
-def measure_in_memory(folder, bin_dir, rounds):
-    """The best processor seconds of each benchmark of template_benchmark, and its context."""
-    command = [str(bin_dir / "template_benchmark"), str(folder), "--benchmark_format=json", "--benchmark_min_time=0.2",
-               f"--benchmark_repetitions={rounds}", "--benchmark_enable_random_interleaving=true"]
-    report = json.loads(subprocess.run(command, stdout=subprocess.PIPE, check=True).stdout)
-    best = {}
-    for run in report["benchmarks"]:
-        if run["run_type"] == "iteration":
-            seconds = run["cpu_time"] / 1e3  # reported in milliseconds
-            best[run["run_name"]] = min(seconds, best.get(run["run_name"], seconds))
-    return best, report["context"]
-
-
-def time_text(seconds):
-    for unit, size in (("s", 1), ("ms", 1e-3)):
-        if seconds >= size:
-            return f"{seconds / size:.3g} {unit}"
-    return f"{seconds / 1e-6:.3g} µs"
-
-
-def ratio_text(ratio):
-    return f"{ratio:.2f}" if ratio < 10 else f"{ratio:.0f}"
-
-
-def comparison_table(folder, in_memory, processes, all_tools):
-    section_bytes = (folder / "section.text").stat().st_size
-    fragment_bytes = (folder / "fragment.expected").stat().st_size
-    fragment = f"{len(fragment_lines())} lines, {len(VARIABLES)} variables, {fragment_bytes / 1e3:.1f} kB out"
-    section = f"{section_bytes / 1e6:.1f} MB, {SECTION_REFERENCES:,} references"
-    groups = [(f"Fragment in memory: {fragment}", "fragment", 0),
-              (f"Section in memory, first run of an object: {section}", "section first", section_bytes),
-              (f"Section in memory, run again: {section}", "section again", section_bytes),
-              (f"{CALLS:,} macro calls in memory", "calls", 0)]
-    rows = [[(title, "Plexoras DTC" if tool == "engine" else tool, in_memory[f"{workload}/{tool}"], size)
-             for tool in ("engine", "ctemplate")] for title, workload, size in groups]
-    programs = [(f"Program: the fragment {FRAGMENT_ROUNDS:,} times, all variables set each time", "fragment"),
-                (f"Program: {section}", "section"), (f"Program: {CALLS:,} macro calls", "calls")]
-    for title, workload in programs:
-        rows.append([(title, tool.name, processes[workload, tool.name], 0) for tool in all_tools])
-
-    lines = ["| workload | tool | processor time | times ours |", "|---|---|---:|---:|"]
-    for group in rows:
-        ours = group[0][2]
-        for i, (title, tool, seconds, size) in enumerate(group):
-            rate = f" ({size / seconds / 1e9:.2f} GB/s)" if size else ""
-            lines.append(f"| {title if i == 0 else ''} | {tool} | {time_text(seconds)}{rate} "
-                         f"| {ratio_text(seconds / ours)} |")
-    return lines
-
-
-def aims_table(folder, in_memory, processes):
-    section_bytes = (folder / "section.text").stat().st_size
-    fragment = in_memory["fragment/engine"] / in_memory["fragment/ctemplate"]
-    rate = section_bytes / in_memory["section first/engine"] / 1e9
-    calls = processes["calls", "cpp -traditional-cpp"] / processes["calls", "plexoras"]
-    aims = [("fragment in memory: at most 0.3 of the time that ctemplate takes", f"{fragment:.2f}", fragment <= 0.3),
-            ("section in memory, first run: 2 GB/s or more", f"{rate:.2f} GB/s", rate >= 2),
-            ("macro calls: 4 times as fast as cpp -traditional-cpp", f"{calls:.2f} times", calls >= 4)]
-    return ["| aim | measured | |", "|---|---:|---|"] + [
-        f"| {aim} | {measured} | {'met' if met else 'not met'} |" for aim, measured, met in aims]
-
-
-def growth_table(in_memory):
-    lines = ["| how many of what | 100,000 | 200,000 | ratio |", "|---|---:|---:|---:|"]
-    for name in sorted(in_memory):
-        if name.startswith("linear/") and name.endswith("/100000"):
-            what = name.split("/")[1]
-            once, twice = in_memory[name], in_memory[f"linear/{what}/200000"]
-            lines.append(f"| {what} | {time_text(once)} | {time_text(twice)} | {ratio_text(twice / once)} |")
-    return lines
-
-
-def processor_model():
-    try:
-        for line in pathlib.Path("/proc/cpuinfo").read_text(encoding="utf-8").splitlines():
-            if line.startswith("model name"):
-                return line.split(":", 1)[1].strip()
-    except OSError:
-        pass
-    return platform.processor() or platform.machine()
-
-
-def first_line(*command):
-    if shutil.which(command[0]) is None:
-        return ""
-    return subprocess.run(command, capture_output=True, text=True, check=False).stdout.partition("\n")[0].strip()
-
-
-def ctemplate_version():
-    # Its own pkg-config file names an older one.
-    version = first_line("dpkg-query", "-W", "-f=${Version}", "libctemplate-dev")
-    return f"ctemplate {version}" if version else "ctemplate"
-
-
-def description(context, rounds):
-    text = (f"Measured on {datetime.date.today().isoformat()}: {processor_model()}, {os.cpu_count()} cores, "
-            f"{platform.system()}, {context['compiler']}. Peers: {first_line('m4', '--version')}; "
-            f"{first_line('cpp', '--version')}; {ctemplate_version()}. Best of {rounds} runs each, the tools taking "
-            f"turns.")
-    return textwrap.wrap(text, 118)
-
-
-def write_document(lines):
-    text = DOCUMENT.read_text(encoding="utf-8")
-    before, begin, rest = text.partition(BEGIN)
+def write_document(name, text):
+    """Puts the tables of a suite between its marks in the document."""
+    begin = f"<!-- measured by benchmarks/{name}_suite.py -->\n"
+    before, mark, rest = DOCUMENT.read_text(encoding="utf-8").partition(begin)
     _, end, after = rest.partition(END)
-    if not begin or not end:
-        sys.exit(f"{DOCUMENT.name} lacks the lines between which the tables stand:\n{BEGIN}{END}")
-    DOCUMENT.write_text(before + begin + "\n" + "\n".join(lines) + "\n\n" + end + after, encoding="utf-8")
+    if not mark or not end:
+        sys.exit(f"{DOCUMENT.name} lacks the lines between which the tables stand:\n{begin}{END}")
+    DOCUMENT.write_text(f"{before}{begin}\n{text}\n\n{end}{after}", encoding="utf-8")
 
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("bin_dir", type=pathlib.Path, help="where plexoras and template_benchmark are")
+    parser.add_argument("bin_dir", type=pathlib.Path, help="where plexoras and the programs to compare it with are")
+    parser.add_argument("--only", action="append", choices=SUITES, metavar="SUITE",
+                        help=f"measure this suite alone, one of {', '.join(SUITES)}; may be given several times")
     parser.add_argument("--write", action="store_true", help="put the tables into docs/benchmarks.md")
-    parser.add_argument("--rounds", type=int, default=5, help="how often everything is measured (default: 5)")
-    parser.add_argument("--workloads", type=pathlib.Path, metavar="FOLDER",
-                        help="only make the workloads, in FOLDER, for template_benchmark")
+    parser.add_argument("--work-dir", type=pathlib.Path, default=HERE.parent / "build" / "workloads", metavar="FOLDER",
+                        help="where the workloads are made; they stay there (default: build/workloads)")
     options = parser.parse_args()
-    bin_dir = options.bin_dir.resolve()
-    all_tools = tools(bin_dir)
-
-    if options.workloads:
-        options.workloads.mkdir(parents=True, exist_ok=True)
-        write_workloads(options.workloads, all_tools)
-        return
-    with tempfile.TemporaryDirectory() as name:
-        folder = pathlib.Path(name)
-        expected = write_workloads(folder, all_tools)
-        check_texts(folder, all_tools, expected)
-        in_memory, context = measure_in_memory(folder, bin_dir, options.rounds)
-        processes = measure_processes(folder, all_tools, expected, options.rounds)
-        lines = (description(context, options.rounds) + [""] +
-                 comparison_table(folder, in_memory, processes, all_tools) + [""] +
-                 aims_table(folder, in_memory, processes) + [""] + growth_table(in_memory))
-    print("\n".join(lines))
-    if options.write:
-        write_document(lines)
+    for name in options.only or SUITES:
+        suite = importlib.import_module(f"{name}_suite")
+        text = suite.measure(options.bin_dir.resolve(), options.work_dir.resolve()).strip("\n")
+        print(text, end="\n\n", flush=True)
+        if options.write:
+            write_document(name, text)
 
 
 if __name__ == "__main__":
