@@ -130,21 +130,28 @@ std::span<const std::string> ContentsTable::row_values(std::size_t row) const {
 
 ContentsTable read_contents(std::string_view document) { return ContentsReader(document).read(); }
 
-std::string write_contents(const ContentsTable& table, ContentsLayout layout) {
+std::string write_contents(const ContentsTable& labels, const ContentsCells& cells, ContentsLayout layout) {
   ContentsWriter writer(layout);
-  writer.set_row_title(table.row_title);
-  writer.set_column_title(table.column_title);
-  writer.set_value_title(table.value_title);
-  for (const std::string& label : table.columns) writer.add_column(label);
-  for (std::size_t row = 0; row < table.rows.size(); ++row) {
-    if (table.rows[row]) {
-      writer.add_row(*table.rows[row]);
+  writer.set_row_title(labels.row_title);
+  writer.set_column_title(labels.column_title);
+  writer.set_value_title(labels.value_title);
+  for (const std::string& label : labels.columns) writer.add_column(label);
+  std::size_t cell = 0;
+  for (const std::optional<std::string>& label : labels.rows) {
+    if (label) {
+      writer.add_row(*label);
     } else {
       writer.add_row();
     }
-    for (const std::string& value : table.row_values(row)) writer.add_value(value);
+    const std::size_t row_end = std::min(cells.count, cell + cells.column_count);
+    for (; cell < row_end; ++cell) writer.add_value(cells.text(cell));
   }
   return writer.text();
+}
+
+std::string write_contents(const ContentsTable& table, ContentsLayout layout) {
+  const auto text = [&](std::size_t cell) -> std::string_view { return table.values[cell]; };
+  return write_contents(table, {table.column_count(), table.values.size(), text}, layout);
 }
 
 }  // namespace plexoras

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -35,6 +36,16 @@ struct ContentsTable {
 /// Between the tags line breaks may stand, each list may be self-closing, and an end tag may carry its
 /// element's name. Error 5 with "line:column: what is wrong" for anything else.
 ContentsTable read_contents(std::string_view document);
+
+/// The cells of a table that is kept in another form than `ContentsTable::values`.
+struct ContentsCells {
+  std::size_t column_count;                           ///< how many make a row
+  std::size_t count;                                  ///< at most as many as the rows have room for
+  std::function<std::string_view(std::size_t)> text;  ///< of each of them, row after row; it holds until the next call
+};
+
+/// The document of `cells` with the labels and titles of `labels`, whose values do not count.
+std::string write_contents(const ContentsTable& labels, const ContentsCells& cells, ContentsLayout layout);
 
 /// The document of `table`, as `ContentsWriter` makes it.
 std::string write_contents(const ContentsTable& table, ContentsLayout layout = ContentsLayout::Compact);

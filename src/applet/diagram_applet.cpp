@@ -2,6 +2,7 @@
 
 #include <cassert>
 #include <cmath>
+#include <utility>
 
 #include "applet/format_xml.h"
 #include "applet/style_document.h"
@@ -158,10 +159,14 @@ struct DiagramApplet::Members {
 };
 
 DiagramApplet::DiagramApplet() : style_(default_style()) {
-  table_.on_selection_change = [this] {
-    // The sink may be replaced while it is told.
-    if (const ObjectRef sink = event_sink_) sink->call("SelectionChange");
-  };
+  table_.on_selection_change = [this] { selection_changed_ = true; };
+}
+
+// Called behind what was done for a member: what the host raises in the event is no error of that member.
+void DiagramApplet::tell_selection_change() {
+  if (!std::exchange(selection_changed_, false)) return;
+  // The sink may be replaced while it is told.
+  if (const ObjectRef sink = event_sink_) sink->call("SelectionChange");
 }
 
 Variant DiagramApplet::get(std::string_view member) {
@@ -188,13 +193,16 @@ void DiagramApplet::put(std::string_view member, const Variant& value) {
     is_table_member(member) ? put_table_member(table_, member, value)
                             : put_member(*this, Members::rows, member, value, diagram_applet_identifier);
   });
+  tell_selection_change();
 }
 
 Variant DiagramApplet::call(std::string_view member, Arguments arguments) {
-  return naming(member, [&] {
+  Variant result = naming(member, [&] {
     return is_table_member(member) ? call_table_member(table_, member, arguments)
                                    : call_member(*this, Members::rows, member, arguments, diagram_applet_identifier);
   });
+  tell_selection_change();
+  return result;
 }
 
 Variant DiagramApplet::call_by_id(std::int32_t dispatch_id) {

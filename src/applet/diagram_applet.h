@@ -62,7 +62,7 @@ inline constexpr std::string_view diagram_applet_identifier = chart_component::i
 /// | `setEventSink(object)` | the object on which events are called from now on; Nothing for none |
 ///
 /// There is one event, `SelectionChange()`: `selectedRow` or `selectedCol` has changed, by a put, by new data, or by a
-/// deletion that has left fewer.
+/// deletion that has left fewer. What its handler raises comes through as it is, behind the change.
 ///
 /// A value that is refused (error 5, 6 or 13, naming the member and, in documents, the line and column) changes
 /// nothing; nor does a row or column that does not exist (error 9). Errors carry the component's identifier as their
@@ -87,9 +87,12 @@ public:
 private:
   struct Members;
 
+  void tell_selection_change();
+
   std::vector<Variant> style_;  // one value for each row of style_properties()
   TableModel table_;
   ObjectRef event_sink_;
+  bool selection_changed_ = false;  // and the event sink is yet to be told
   bool visible_ = true;
   std::size_t repaints_ = 0;
 };

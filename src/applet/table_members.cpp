@@ -63,8 +63,8 @@ Variant xml_contents(TableModel& table) { return table.document(); }
 
 void put_xml_contents(TableModel& table, const Variant& value) {
   std::string document = value.to_text();
-  read_contents(document);
-  table.put_document(std::move(document));
+  ContentsTable contents = read_contents(document);
+  table.put_document(std::move(document), std::move(contents));
 }
 
 Variant xml_contents_in_lines(TableModel& table, Arguments arguments) {
@@ -139,7 +139,7 @@ Variant new_value_list(TableModel&, Arguments) { return ObjectRef(std::make_shar
 
 template <void (TableModel::*Insert)(TableModel::Index, std::string, std::span<const double>)>
 Variant insert(TableModel& table, Arguments arguments) {
-  const ObjectRef object = arguments[2].to_object();
+  const ObjectRef object = arguments[2].type() == ValueType::Object ? arguments[2].to_object() : nullptr;
   const auto* list = dynamic_cast<const ValueList*>(object.get());
   if (list == nullptr) {
     throw AutomationError(RunTimeError::TypeMismatch, "Type mismatch: the values must be a list from newValueList");

@@ -31,7 +31,12 @@ std::size_t checked(std::string_view what, Index index, std::size_t count) {
 // Where a new row or column goes.
 std::size_t checked_place(std::string_view what, Index index, std::size_t count) {
   if (index == TableModel::none) return count;
-  if (index < 0 || static_cast<std::size_t>(index) > count) no_such(what, index, count);
+  if (index < 0 || static_cast<std::size_t>(index) > count) {
+    const std::string places = count == 0 ? "0" : "0 to " + std::to_string(count);
+    throw AutomationError(RunTimeError::SubscriptOutOfRange, "a " + std::string(what) + " cannot be inserted at " +
+                                                                 std::to_string(index) + "; the places are " + places +
+                                                                 ", and -1 is behind all");
+  }
   return static_cast<std::size_t>(index);
 }
 
@@ -78,8 +83,19 @@ void TableModel::put_document(std::string document) {
   move_selection({});
 }
 
+void TableModel::put_document(std::string document, ContentsTable table) {
+  Grid grid = grid_of(std::move(table));
+  document_ = std::move(document);
+  edited_ = false;
+  grid_ = std::move(grid);
+  move_selection({});
+}
+
 std::string TableModel::document(ContentsLayout layout) const {
-  return edited_ ? write_contents(table(), layout) : document_;
+  if (!edited_) return document_;
+  const Grid& grid = read();
+  const auto text = [&](std::size_t cell) -> std::string_view { return grid.texts[grid.cells[cell]]; };
+  return write_contents(grid.labels, {grid.column_count, grid.cells.size(), text}, layout);
 }
 
 ContentsTable TableModel::table() const {
@@ -90,15 +106,17 @@ ContentsTable TableModel::table() const {
   return table;
 }
 
+TableModel::Grid TableModel::grid_of(ContentsTable table) {
+  Grid grid{.labels = std::move(table)};
+  grid.column_count = grid.labels.column_count();
+  grid.texts.swap(grid.labels.values);
+  grid.cells.resize(grid.texts.size());
+  std::iota(grid.cells.begin(), grid.cells.end(), std::uint32_t{0});
+  return grid;
+}
+
 const TableModel::Grid& TableModel::read() const {
-  if (!grid_) {
-    Grid grid{.labels = read_contents(document_)};
-    grid.column_count = grid.labels.column_count();
-    grid.texts.swap(grid.labels.values);
-    grid.cells.resize(grid.texts.size());
-    std::iota(grid.cells.begin(), grid.cells.end(), std::uint32_t{0});
-    grid_ = std::move(grid);
-  }
+  if (!grid_) grid_ = grid_of(read_contents(document_));
   return *grid_;
 }
 
@@ -106,7 +124,7 @@ const TableModel::Grid& TableModel::read() const {
 TableModel::Grid& TableModel::edit() {
   read();
   edited_ = true;
-  document_ = {};
+  std::string().swap(document_);  // assigning an empty text would keep the memory
   return *grid_;
 }
 

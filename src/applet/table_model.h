@@ -27,8 +27,10 @@ namespace plexoras {
 /// Rows and columns count from 0, and `none` is -1; error 9 for one that does not exist. Short rows (see
 /// `ContentsTable`) are filled up with empty values before rows or columns come or go and before a cell that they lack
 /// is set; error 14 where that would make a short document a huge table. Nothing changes when a function raises,
-/// except that what `on_selection_change` raises comes through behind the change. Each takes time linear in the table
-/// at most; those of a single cell or label take constant time once it is read, spread over many edits.
+/// with two exceptions: what `on_selection_change` raises comes through behind the change, and where memory runs out
+/// (`std::bad_alloc`) in the middle of an edit, the data are only good for being put anew. Each function takes time
+/// linear in the table at most; those of a single cell or label take constant time once it is read, spread over many
+/// edits.
 class TableModel {
 public:
   using Index = std::int32_t;
@@ -51,6 +53,8 @@ public:
 
   /// Takes other data, with nothing selected. `document` must be one that `read_contents` takes.
   void put_document(std::string document);
+  /// The same, with what `read_contents` has read of the document, so that it is not read again.
+  void put_document(std::string document, ContentsTable table);
   /// The document as it was put; of edited data a new one in `layout`.
   std::string document(ContentsLayout layout = ContentsLayout::Compact) const;
   /// A copy of the data.
@@ -103,6 +107,7 @@ private:
     std::vector<std::uint32_t> cells = {};  // row after row: where in `texts` a cell's text stands
   };
 
+  static Grid grid_of(ContentsTable table);
   const Grid& read() const;
   Grid& edit();
   std::size_t row_at(Index index) const;

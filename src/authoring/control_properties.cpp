@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 
+#include "applet/compact_xml.h"
 #include "applet/style_document.h"
 #include "authoring/data_source.h"
 #include "authoring/suggestion.h"
@@ -156,7 +157,8 @@ std::string ControlProperties::get(std::string_view name) const {
     if (find_forwarded_property(name) != nullptr || is_one_of(name, ratio_members)) {
       return control_.control().get(name).to_text();
     }
-    if (is_component_property(name) || is_one_of(name, title_members)) return chart->get(name).to_text();
+    if (is_component_property(name)) return chart->get(name).to_text();
+    if (is_one_of(name, title_members)) return title(name);
   }
   const Dictionary& custom = *control_.control().CustomProperties();
   if (!custom.includes(name, Dictionary::EmptyValues::Keep)) unknown(name);
@@ -195,10 +197,17 @@ void ControlProperties::set_contents(std::string_view member, std::string_view v
   store_contents(control.get("XmlContents").to_text());
 }
 
-// The component shows sample data where the page has none, or none that it can read: a title must not make them the
-// page's own.
+// The component shows sample data where the page has none, or none that it can read: their titles are not the page's.
+std::string ControlProperties::title(std::string_view name) const {
+  const ObjectRef chart = control_.component();
+  const std::string contents = control_.control().GetProperty("Contents");
+  return chart->get("XmlContents") == Variant(contents) ? chart->get(name).to_text() : std::string();
+}
+
+// As with reading: a title must not make a sample the page's own.
 void ControlProperties::set_title(std::string_view name, std::string_view value) {
   const std::string contents = control_.control().GetProperty("Contents");
+  if (contents.empty() && is_line_breaks(value)) return;  // no data, and no title to begin some with
   const ObjectRef chart = control_.component();
   chart->put("XmlContents", contents.empty() ? Variant(empty_contents_document) : Variant(contents));
   chart->put(name, value);
@@ -215,7 +224,7 @@ std::vector<std::pair<std::string, std::string>> ControlProperties::changes_from
   const std::vector<std::string> fresh_names = fresh.names();
   std::vector<std::pair<std::string, std::string>> changes;
   for (const std::string& name : names()) {
-    if (is_one_of(name, derived)) continue;
+    if (is_one_of(name, derived) || is_one_of(name, data_source_keys)) continue;
     const bool is_new = std::find(fresh_names.begin(), fresh_names.end(), name) == fresh_names.end();
     std::string value = get(name);
     if (is_new || value != fresh.get(name)) changes.emplace_back(name, std::move(value));

@@ -24,7 +24,8 @@ public:
   std::string get(std::string_view name) const;
   /// Sets a property from text. Error 438 as above unless new custom properties are accepted; error 5, 6 or 13 with
   /// the type and range when the text is no value of it. The contents are kept by the component and as the custom
-  /// property "Contents" alike; the titles of the data (`rowTitle`, `colTitle`, `valueTitle`) are part of them.
+  /// property "Contents" alike; the titles of the data (`rowTitle`, `colTitle`, `valueTitle`) are part of them, and
+  /// empty where there is no data: those of a sample that the component shows instead do not count.
   void set(std::string_view name, std::string_view value, NewKeys new_keys = NewKeys::Refuse);
 
   /// Names and values of the properties that differ from `fresh`, in order, without those that follow from others:
@@ -34,6 +35,7 @@ public:
 private:
   [[noreturn]] void unknown(std::string_view name) const;
   void set_contents(std::string_view member, std::string_view value);
+  std::string title(std::string_view name) const;
   void set_title(std::string_view name, std::string_view value);
   void store_contents(std::string_view document);
 

@@ -32,7 +32,7 @@ void append_escaped_contents(std::string& out, std::string_view text);
 /// Where line breaks stand between the elements of a contents document. They mean nothing there.
 enum class ContentsLayout {
   Compact,  ///< nowhere
-  Lines,    ///< CR LF behind each tag of a list, each row label, the last column label and the last value of a row
+  Lines,    ///< CR LF behind <xml>, each tag of a list, each row label, the last column label and a row's last value
 };
 
 /// Writes a contents document in one pass over a table.

@@ -47,6 +47,8 @@ TextPieces DelimitedImport::finish() {
   return parts_->lists.finish(parts_->saw_bytes);
 }
 
+std::size_t DelimitedImport::line() const { return parts_->lists.line(); }
+
 std::string import_delimited_file(FileSystem& files, std::string_view path, const DelimitedFormat& format) {
   DelimitedImport import(format);
   files.read_pieces(path, [&](std::string_view bytes) { import.add(bytes); });

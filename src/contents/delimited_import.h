@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -25,10 +26,10 @@ struct DelimitedFormat {
 ///
 /// One line is one row. CR, LF and CR LF each end a line, whatever the qualifier. A field that begins with the
 /// qualifier ends at the next one, and what follows up to the delimiter is dropped; a qualifier that is not closed
-/// takes the rest of the line. A doubled qualifier is no escaped one. After a delimiter reading goes on one byte
-/// further, so that of a longer delimiter the rest begins the next field. A delimiter at the end of a line opens
-/// no further field. Nothing is trimmed. An empty line at the very end is no row, one elsewhere is a row without
-/// values.
+/// takes the rest of the line. A doubled qualifier is no escaped one. After a delimiter reading goes on behind its
+/// first character, so that of a longer delimiter the rest begins the next field; the first character is a whole one
+/// of UTF-8 where the delimiter begins with that, and else a byte. A delimiter at the end of a line opens no further
+/// field. Nothing is trimmed. An empty line at the very end is no row, one elsewhere is a row without values.
 ///
 /// Memory: the document that was made so far and little else, however long a line is. Time: linear in the bytes.
 class DelimitedImport {
@@ -39,10 +40,13 @@ public:
   DelimitedImport(const DelimitedImport&) = delete;
   DelimitedImport& operator=(const DelimitedImport&) = delete;
 
-  /// Reads on. Error 9, naming the line, when a line that has to give a label has no fields.
+  /// Reads on. Error 9, naming the line, when a line that has to give a label has no fields. After an error, here or
+  /// in `finish`, the import is good for nothing but being destroyed.
   void add(std::string_view bytes);
   /// The document of all that was added; nothing can be added afterwards. Errors as with `add`.
   TextPieces finish();
+  /// The number of the line, from 1, that the next byte stands on.
+  std::size_t line() const;
 
 private:
   class Parts;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <exception>
 #include <iterator>
+#include <new>
 #include <optional>
 
 namespace plexoras {
@@ -46,7 +47,7 @@ void ImportDialog::set_format(const DelimitedFormat& format) {
 
 void ImportDialog::Form_Load() {
   // Closing the window without a button is cancelling, so the last result goes before the dialog shows.
-  result_.clear();
+  drop_result();
   txtFileName.set_text(file_name_);
   if (delimiter_.empty()) delimiter_ = ",";
 
@@ -100,9 +101,12 @@ void ImportDialog::rbSingleQuote_Click() { qualifier_ = "'"; }
 void ImportDialog::rbNone_Click() { qualifier_.clear(); }
 
 void ImportDialog::cmdImport_Click() {
-  result_.clear();
+  drop_result();
   try {
     result_ = import_delimited_file(platform_.files, file_name_, format());
+  } catch (const std::bad_alloc&) {
+    platform_.show_message("Cannot Import File: out of memory; the file is too large");
+    return;
   } catch (const std::exception& error) {
     platform_.show_message("Cannot Import File: " + std::string(error.what()));
     return;
@@ -111,7 +115,7 @@ void ImportDialog::cmdImport_Click() {
 }
 
 void ImportDialog::cmdCancel_Click() {
-  result_.clear();
+  drop_result();
   close();
 }
 

@@ -12,10 +12,11 @@ namespace plexoras {
 /// The dialog that makes a contents document of a delimited text file.
 ///
 /// There is one for as long as the program runs, in its owner's session object: the next import begins with the last
-/// choices, however the last one ended. Its caller shows it and, when there is a result, takes it:
+/// choices, however the last one ended. Its caller shows it and, when there is a result, takes it, so that the dialog
+/// does not hold what may be a very long text:
 ///
 ///     dialog.ShowModal(platform);
-///     if (!dialog.result().empty()) txtContents.set_text(dialog.result());
+///     if (std::string document = dialog.take_result(); !document.empty()) contents = std::move(document);
 ///
 /// An import that fails is told in a message box. The dialog then stays open, without a result, so that the author can
 /// mend the choices or cancel.
@@ -25,8 +26,10 @@ public:
   explicit ImportDialog(const Platform& platform);
 
   /// The document that was made since the dialog was last shown; empty when the author cancelled, nothing was imported
-  /// yet, or the last import failed.
+  /// yet, the last import failed, or the document was taken.
   const std::string& result() const { return result_; }
+  /// The same; the dialog holds none afterwards, nor memory for it.
+  std::string take_result() { return std::exchange(result_, std::string()); }
 
   /// The file to import. A new one shows when the dialog is next opened.
   const std::string& file_name() const { return file_name_; }
@@ -80,6 +83,7 @@ private:
     std::string_view text;
   };
 
+  void drop_result() { std::string().swap(result_); }
   void choose_delimiter(std::string_view delimiter);
   void update_import_allowed();
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cassert>
 #include <cstddef>
 #include <cstring>
 #include <string_view>
@@ -44,7 +45,10 @@ public:
   ImportLists& operator=(const ImportLists&) = delete;
 
   char* pen() const { return pens_[current_].at; }
-  void keep(char* pen) { pens_[current_].at = pen; }
+  void keep(char* pen) {
+    assert(pen <= pens_[current_].end);
+    pens_[current_].at = pen;
+  }
 
   /// Room in every list for what `input_step` bytes can give, and some more into which copying may run over.
   char* make_room(char* pen) {
@@ -74,6 +78,9 @@ public:
   /// that was the last one is no row.
   TextPieces finish(bool saw_bytes);
 
+  /// The number of the line at hand, from 1.
+  std::size_t line() const { return line_; }
+
 private:
   enum List : std::size_t { rows, columns, values, list_count };
 
@@ -90,8 +97,10 @@ private:
     char* end = nullptr;
   };
 
-  // No byte of input gives more than the ten of "</><value>"; a copied stretch runs over by 64 at most.
-  static constexpr std::size_t room_for_step = 10 * input_step + 96;
+  // What a step gives a list at most, and the block by which a copied stretch may run over. A byte that ends a field
+  // answers for the ten of "</><value>", its end and the beginning of the next one; one of text gives six ("&quot;").
+  // The first field that begins in a step, or the row of an empty line before it, has no such byte in the step.
+  static constexpr std::size_t room_for_step = 10 * input_step + std::string_view("<value>").size() + 64;
 
   char* go_to(const Place& place, char* pen) {
     place_ = &place;

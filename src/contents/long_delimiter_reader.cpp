@@ -1,7 +1,10 @@
 #include "contents/long_delimiter_reader.h"
 
+#include <algorithm>
 #include <cassert>
 #include <utility>
+
+#include "host/utf8.h"
 
 namespace plexoras {
 
@@ -25,9 +28,13 @@ std::vector<std::size_t> LongDelimiterReader::borders() const {
 }
 
 LongDelimiterReader::Beginning LongDelimiterReader::beginning_behind_delimiter() const {
-  const std::string_view rest = std::string_view(delimiter_).substr(1);
+  const std::string_view rest =
+      std::string_view(delimiter_).substr(std::max<std::size_t>(1, utf8_length(delimiter_, 0)));
+  if (rest.empty()) return {rest, Mode::FieldStart, 0};
   if (!characters_.is(ImportCharacters::Qualifier, rest[0])) {
+    // No delimiter begins inside its first character, so what it ends with lies in the rest.
     const std::size_t seen = borders_.back();
+    assert(seen <= rest.size());
     return {rest.substr(0, rest.size() - seen), Mode::Plain, seen};
   }
   const std::size_t closing = rest.find(rest[0], 1);
@@ -47,15 +54,20 @@ std::size_t LongDelimiterReader::shortened(std::size_t seen, char next) const {
 }
 
 void LongDelimiterReader::add(std::string_view bytes) {
-  for (const char byte : bytes) read(byte);
+  while (!bytes.empty()) {
+    const std::string_view step = bytes.substr(0, ImportLists::input_step);
+    lists_.make_room(lists_.pen());
+    for (const char byte : step) read(byte);
+    bytes.remove_prefix(step.size());
+  }
 }
 
 void LongDelimiterReader::finish() {
+  lists_.make_room(lists_.pen());
   if (mode_ != Mode::LineStart) end_line('\n');
 }
 
 void LongDelimiterReader::read(char byte) {
-  lists_.keep(lists_.make_room(lists_.pen()));
   if (characters_.is(ImportCharacters::LineEnd, byte)) return end_line(byte);
   switch (mode_) {
     case Mode::LineStart:
@@ -70,7 +82,7 @@ void LongDelimiterReader::read(char byte) {
       if (characters_.is(ImportCharacters::Qualifier, byte)) {
         mode_ = Mode::Dropped;
       } else {
-        write({&byte, 1});
+        write(byte);
       }
       break;
   }
@@ -80,7 +92,7 @@ void LongDelimiterReader::end_line(char byte) {
   if (byte == '\n' && mode_ == Mode::LineStart && std::exchange(saw_carriage_return_, false)) return;
   if (mode_ == Mode::Plain) write(std::string_view(delimiter_).substr(0, seen_));
   seen_ = 0;
-  lists_.keep(DelimitedReader::end_line(lists_.make_room(lists_.pen()), byte == '\r'));
+  lists_.keep(DelimitedReader::end_line(lists_.pen(), byte == '\r'));
 }
 
 void LongDelimiterReader::begin_field(char first) {
@@ -98,22 +110,29 @@ void LongDelimiterReader::search(char byte) {
   const bool goes_on = delimiter_[still_seen] == byte;
   if (mode_ == Mode::Plain) {
     write(std::string_view(delimiter_).substr(0, seen_ - still_seen));
-    if (!goes_on) write({&byte, 1});
+    if (!goes_on) write(byte);
   }
   seen_ = goes_on ? still_seen + 1 : 0;
   if (seen_ < delimiter_.size()) return;
 
-  // Kept: reading goes on one byte behind the delimiter's beginning, so that the rest of it is text of the next field.
-  lists_.keep(lists_.next_field(lists_.make_room(lists_.pen())));
+  // Kept: reading goes on behind the delimiter's first character, so that the rest of it is text of the next field.
   mode_ = behind_delimiter_.mode;
+  const bool next_has_begun = mode_ != Mode::FieldStart;
+  lists_.keep(next_has_begun ? lists_.next_field(lists_.pen()) : lists_.end_field(lists_.pen()));
   seen_ = behind_delimiter_.seen;
   write(behind_delimiter_.text);
 }
 
-void LongDelimiterReader::write(std::string_view text) {
-  char* pen = lists_.pen();
-  for (const char byte : text) pen = characters_.write(lists_.make_room(pen), byte);
-  lists_.keep(pen);
+// The part may be longer than a step, so it makes room for itself, and afterwards for what is left of the step.
+void LongDelimiterReader::write(std::string_view part_of_delimiter) {
+  if (part_of_delimiter.empty()) return;
+  while (!part_of_delimiter.empty()) {
+    lists_.make_room(lists_.pen());
+    const std::string_view step = part_of_delimiter.substr(0, ImportLists::input_step);
+    for (const char byte : step) write(byte);
+    part_of_delimiter.remove_prefix(step.size());
+  }
+  lists_.make_room(lists_.pen());
 }
 
 }  // namespace plexoras

@@ -9,7 +9,9 @@
 
 namespace plexoras {
 
-/// Reads byte by byte and keeps in mind how much of a delimiter it has seen, so that nothing is read twice.
+/// Reads byte by byte, and after a delimiter goes on behind its first character: the delimiter's first UTF-8 sequence,
+/// or its first byte where that begins no valid one. The rest of the delimiter is then read once more, but only for
+/// how it begins a field; how much of a delimiter has been seen is kept in mind, so that no text is read twice.
 class LongDelimiterReader final : public DelimitedReader {
 public:
   /// `delimiter` has two bytes or more.
@@ -19,7 +21,7 @@ public:
   void finish() override;
 
 private:
-  // What has become of a field that begins with all of the delimiter but its first byte.
+  // What has become of what follows a delimiter's first character: the rest of the delimiter, or nothing.
   struct Beginning {
     std::string_view text;
     Mode mode;
@@ -33,7 +35,8 @@ private:
   void end_line(char byte);
   void begin_field(char first);
   void search(char byte);
-  void write(std::string_view text);
+  void write(char byte) { lists_.keep(characters_.write(lists_.pen(), byte)); }
+  void write(std::string_view part_of_delimiter);
 
   const std::string delimiter_;
   const std::vector<std::size_t> borders_;  // of the first n bytes: how many of them end them as well, all n aside

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "contents/menu_document.h"
+#include "host/while_set.h"
 
 namespace plexoras {
 namespace {
@@ -216,11 +217,7 @@ void MenuBuilder::redraw_selected() {
 // Sets the controls to what the selected entry holds. Its Param stands in both editors, so that an entry which changes
 // its kind shows what it keeps.
 void MenuBuilder::show_selected() {
-  struct Showing {
-    bool& flag;
-    explicit Showing(bool& showing) : flag(showing) { flag = true; }
-    ~Showing() { flag = false; }
-  } const showing(showing_);
+  const WhileSet showing(showing_);
   const bool selected = selected_node() != nullptr;
   const MenuNode node = selected ? *selected_node() : MenuNode{};
   txtCaption.set_text(node.Caption);

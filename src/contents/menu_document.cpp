@@ -66,7 +66,7 @@ std::string command_key(const Dictionary& commands, std::string_view type, std::
 
 // The entry that a start tag and the text behind it stand for, at level 0.
 MenuNode node_of(std::string_view tag, std::string_view text, const Dictionary& commands) {
-  if (tag == "SEPARATOR") return {.Caption = separator_caption, .Kind = MenuNode::Separator};
+  if (tag == "SEPARATOR") return {.Caption = std::string(separator_caption), .Kind = MenuNode::Separator};
   MenuNode node{.Caption = unescaped(text)};
   if (!tag.starts_with("ITEM")) return node;
   const std::string_view type = attribute(tag, "type=\"");

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace plexoras {
 
@@ -23,6 +24,6 @@ struct MenuNode {
 inline constexpr std::size_t menu_capacity = 256;
 
 /// The caption of every separator.
-inline constexpr const char* separator_caption = "--";
+inline constexpr std::string_view separator_caption = "--";
 
 }  // namespace plexoras

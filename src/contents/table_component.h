@@ -13,16 +13,18 @@ namespace plexoras {
 /// | `isValidXmlContents` | call (String) | Boolean: whether `XmlContents` takes the text |
 /// | `XmlContents` | get, put | the data as a contents document; putting it selects nothing |
 /// | `getXmlContents` | call (Boolean true) | the same, with line breaks between the elements of an edited document |
-/// | `rowTitle`, `colTitle`, `valueTitle` | get, put String | what the row labels, the column labels and the values are
-/// | | `rowCount`, `colCount` | get | how many there are | | `selectedRow`, `selectedCol` | get | the selected row and
-/// column | | `getCellValue` | call (row, column) | a cell's number, or Nothing for a cell without one | |
-/// `setCellValue` | call (row, column, Double) | puts a cell's number | | `getRowLabel`, `getColLabel` | call (index) |
-/// a label | | `setRowLabel`, `setColLabel` | call (index, String) | puts a label | | `newValueList` | call () | an
-/// object with `addElement` (Double), for the values of a new row or column | | `insertRow`, `insertCol` | call (index,
-/// String, list) | puts one with that label in before `index`; at -1 behind all | | `deleteRow`, `deleteCol` | call
-/// (index) | takes one out; nothing at -1 | | `setEventSink` | call (object) | where the event `SelectionChange` is
-/// called; Nothing for nowhere | | `DiagramType` and the switches of `table_component::switches` | put | how the
-/// component shows its data |
+/// | `rowTitle`, `colTitle`, `valueTitle` | get, put String | what the row labels, column labels and values are
+/// | `rowCount`, `colCount` | get | how many there are |
+/// | `selectedRow`, `selectedCol` | get | the selected row and column |
+/// | `getCellValue` | call (row, column) | a cell's number, or Nothing for a cell without one |
+/// | `setCellValue` | call (row, column, Double) | puts a cell's number |
+/// | `getRowLabel`, `getColLabel` | call (index) | a label |
+/// | `setRowLabel`, `setColLabel` | call (index, String) | puts a label |
+/// | `newValueList` | call () | an object with `addElement` (Double), for the values of a new row or column |
+/// | `insertRow`, `insertCol` | call (index, label, list) | puts one in before `index`; at -1 behind all |
+/// | `deleteRow`, `deleteCol` | call (index) | takes one out; nothing at -1 |
+/// | `setEventSink` | call (object) | where the event `SelectionChange` is called; Nothing for nowhere |
+/// | `DiagramType` and the switches of `table_component::switches` | put | how the component shows its data |
 namespace table_component {
 
 inline constexpr std::string_view identifier = "Plexoras.DiagramApplet";

@@ -1,5 +1,7 @@
 #include "contents/table_contents.h"
 
+#include "host/while_set.h"
+
 namespace plexoras {
 namespace {
 
@@ -24,18 +26,6 @@ std::string with_crlf_line_ends(std::string_view text) {
   }
   return result;
 }
-
-// Keeps a flag set until the end of its scope, however that is left.
-class WhileSet {
-public:
-  explicit WhileSet(bool& flag) : flag_(flag) { flag_ = true; }
-  ~WhileSet() { flag_ = false; }
-  WhileSet(const WhileSet&) = delete;
-  WhileSet& operator=(const WhileSet&) = delete;
-
-private:
-  bool& flag_;
-};
 
 }  // namespace
 
@@ -68,6 +58,8 @@ bool DsTableContentsComponent::IsWellFormed(std::string_view text) {
 void DsTableContentsComponent::LoadDocument(std::string_view text) {
   table().put("XmlContents", text);
   for (const TitleBox& row : title_boxes) row.box(*this).set_text(table().get(row.member).to_text());
+  // Where nothing was selected before, no event tells that nothing is now.
+  show_selected_cell();
 }
 
 std::string DsTableContentsComponent::GetDocument() {

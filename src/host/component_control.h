@@ -19,6 +19,7 @@ class ComponentControl final : public FormControl {
 public:
   /// The component is held as long as this control. Error 91 for a null one.
   ComponentControl(ControlContainer& container, std::string name, ObjectRef component);
+  /// Takes the event object back: the component calls nothing from then on, and what it raises there is ignored.
   ~ComponentControl() override;
   std::string_view kind() const override { return "ComponentControl"; }
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "host/while_set.h"
+
 namespace plexoras {
 
 namespace {
@@ -86,16 +88,19 @@ bool OptionButton::user_click() {
   return true;
 }
 
-void TextBox::set_text(std::string_view text) {
+void TextBox::set_text(std::string_view text) { change(text, 0); }
+
+void TextBox::change(std::string_view text, std::size_t new_caret) {
   if (text == text_) return;
   text_ = text;
-  caret = 0;
+  // Before the event, whose handler may move it.
+  caret = new_caret;
   fire(on_change);
 }
 
 bool TextBox::user_type(std::string_view text) {
   if (!is_usable() || locked) return false;
-  set_text(text);
+  change(text, text.size());
   return true;
 }
 
@@ -185,12 +190,7 @@ Frame::Frame(ControlContainer& container, std::string name, std::string caption_
 
 void Form::ShowModal(const Platform& platform) {
   if (is_open_) throw AutomationError(RunTimeError::InvalidCall, "The form is open already", caption);
-  // Closes the form however showing it ends.
-  struct Closing {
-    bool& is_open;
-    ~Closing() { is_open = false; }
-  } const closing{is_open_};
-  is_open_ = true;
+  const WhileSet open(is_open_);
   Form_Load();
   if (is_open_ && platform.presenter != nullptr) platform.presenter->run(*this);
 }

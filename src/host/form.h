@@ -153,13 +153,16 @@ public:
   std::size_t caret = 0;    ///< for form layers: the byte before which typing goes on
 
   const std::string& text() const { return text_; }
+  /// Another text puts the caret at its beginning.
   void set_text(std::string_view text);
-  /// The whole text after the user's edit.
+  /// The whole text after the user's edit. Another text puts the caret at its end.
   bool user_type(std::string_view text);
   bool user_key(Key key);
   bool user_focus();
 
 private:
+  void change(std::string_view text, std::size_t new_caret);
+
   std::string text_;
 };
 

@@ -65,6 +65,13 @@ std::string native_path(std::string_view path) {
   return native;
 }
 
+std::string found_path(std::string_view path) {
+  std::string given(path);
+  struct stat status {};
+  const bool is_one_way = path.find('\\') == std::string_view::npos;
+  return is_one_way || ::stat(given.c_str(), &status) == 0 ? given : native_path(path);
+}
+
 std::string default_module_directory() {
   namespace fs = std::filesystem;
   std::error_code error;
@@ -104,7 +111,7 @@ NativeFileSystem::NativeFileSystem(std::string_view module_directory)
 }
 
 bool NativeFileSystem::can_read(std::string_view path) {
-  const std::string native = native_path(path);
+  const std::string native = found_path(path);
   struct stat status {};
   if (::stat(native.c_str(), &status) != 0 || S_ISDIR(status.st_mode)) return false;
   // Opening and closing a pipe would be noticed at its other end, so that only files are opened.
@@ -115,10 +122,10 @@ bool NativeFileSystem::can_read(std::string_view path) {
   return true;
 }
 
-std::string NativeFileSystem::read(std::string_view path) { return read_file(native_path(path)); }
+std::string NativeFileSystem::read(std::string_view path) { return read_file(found_path(path)); }
 
 void NativeFileSystem::read_pieces(std::string_view path, const std::function<void(std::string_view)>& take) {
-  read_file_pieces(native_path(path), take);
+  read_file_pieces(found_path(path), take);
 }
 
 HeadlessPlatform::HeadlessPlatform() : HeadlessPlatform(Options()) {}

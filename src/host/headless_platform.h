@@ -13,6 +13,9 @@ namespace plexoras {
 /// `path` as this system writes it: every "\" as "/".
 std::string native_path(std::string_view path);
 
+/// `path` itself where something of that name is there, else its `native_path`: a "\" may be part of a name, too.
+std::string found_path(std::string_view path);
+
 /// The directory of the library's own files, ending in "/": "../share/plexoras/DTC/" from the program's directory
 /// when that exists, as in an installation, else the program's directory itself.
 std::string default_module_directory();
@@ -36,7 +39,7 @@ public:
   bool can_read(std::string_view path) override;
   std::string read(std::string_view path) override;
   void read_pieces(std::string_view path, const std::function<void(std::string_view)>& take) override;
-  std::string shown(std::string_view path) override { return native_path(path); }
+  std::string shown(std::string_view path) override { return found_path(path); }
   std::string module_directory() override { return module_directory_; }
 
 private:

@@ -99,6 +99,8 @@ TEST(TableEditor, StoresWhatTheAuthorDoesStepByStep) {
          e.form->txtColLabel.user_type("c");
        },
        "9|r|c", ""},
+      {"nor does it stay when the data come anew", [](Editing& e) { e.form->LoadDocument(sales); }, "||",
+       "XmlContents=" + std::string(sales) + "; "},
       {"a cell is shown, and nothing stored", [](Editing& e) { e.select(0, 0); }, "1.1|North|Q1", "selectCell 0 0; "},
       {"one without a number", [](Editing& e) { e.select(0, 1); }, "|North|Q2", "selectCell 0 1; "},
       {"one that its row lacks", [](Editing& e) { e.select(1, 1); }, "|South|Q2", "selectCell 1 1; "},

@@ -210,6 +210,23 @@ TEST(TableModel, MovesTheSelectionAndTellsOfIt) {
   }
 }
 
+// What a handler raises is the host's own error, and the change has been made.
+TEST(TableModel, LetsErrorsOfTheHostThrough) {
+  struct Refusing final : AutomationObject {
+    Variant get(std::string_view) override { return {}; }
+    void put(std::string_view, const Variant&) override {}
+    Variant call(std::string_view, Arguments) override {
+      throw AutomationError(RunTimeError::InvalidCall, "not now", "Host");
+    }
+  };
+  Chart chart(labelled);
+  chart.call("setEventSink", {ObjectRef(std::make_shared<Refusing>())});
+  EXPECT_EQ(refusal([&] { chart.component.put("selectedRow", 1); }), "5 not now");
+  EXPECT_EQ(refusal([&] { chart.call("selectCell", {0, 1}); }), "5 not now");
+  EXPECT_EQ(refusal([&] { chart.component.put("XmlContents", ragged); }), "5 not now");
+  EXPECT_EQ(chart.document(), ragged);
+}
+
 TEST(TableModel, RefusesWhatIsNotThereAndStaysAsItWas) {
   struct Case {
     std::string_view member;
@@ -231,10 +248,14 @@ TEST(TableModel, RefusesWhatIsNotThereAndStaysAsItWas) {
       {"setColLabel", {2, "x"}, "9 setColLabel: there is no column 2; the table has 0 to 1"},
       {"selectCell", {2, 0}, "9 selectCell: there is no row 2; the table has 0 to 1"},
       {"selectCell", {-2, 0}, "9 selectCell: there is no row -2; the table has 0 to 1"},
-      {"insertRow", {3, "x", list}, "9 insertRow: there is no row 3; the table has 0 to 1"},
+      {"insertRow",
+       {3, "x", list},
+       "9 insertRow: a row cannot be inserted at 3; the places are 0 to 2, and -1 is behind all"},
       {"insertRow", {0, "x", list}, "5 insertRow: the list has 3 values where the table has room for 2"},
-      {"insertCol", {-2, "x", list}, "9 insertCol: there is no column -2; the table has 0 to 1"},
-      {"insertCol", {0, "x", StringList{}}, "91 insertCol: Object variable not set"},
+      {"insertCol",
+       {-2, "x", list},
+       "9 insertCol: a column cannot be inserted at -2; the places are 0 to 2, and -1 is behind all"},
+      {"insertCol", {0, "x", StringList{}}, "13 insertCol: Type mismatch: the values must be a list from newValueList"},
       {"deleteRow", {2}, "9 deleteRow: there is no row 2; the table has 0 to 1"},
       {"deleteCol", {-2}, "9 deleteCol: there is no column -2; the table has 0 to 1"},
   };

@@ -151,12 +151,24 @@ TEST(ControlProperties, KeepTheTitlesWithTheContents) {
     control.control().SetProperty("Contents", c.contents);
     LiveControl loaded(author.session, control.record());
     ControlProperties properties(loaded);
+    EXPECT_EQ(properties.get("rowTitle"), c.contents == table ? "c" : "") << c.name;
     for (const auto& [title, text] : {std::pair("colTitle", "C&"), std::pair("valueTitle", "V")}) {
       const std::string result = brief_outcome([&] { return properties.set(title, text), properties.get(title); });
       EXPECT_EQ(result, c.contents == "<bad" ? "error 5" : text) << c.name;
     }
     EXPECT_EQ(properties.get("Contents"), c.stored) << c.name;
   }
+}
+
+TEST(ControlProperties, NoTitleOfNoDataIsStored) {
+  Author author;
+  LiveControl control = author.make();
+  ControlProperties properties(control);
+  properties.set("Contents", "");
+  const ControlRecord before = control.record();
+  properties.set("rowTitle", "");
+  EXPECT_EQ(properties.get("Contents"), "");
+  EXPECT_EQ(control.record(), before);
 }
 
 TEST(ControlProperties, ANewNameIsSaved) {

@@ -83,6 +83,18 @@ TEST(DelimitedImport, MakesDocuments) {
        {.delimiter = "a\"\"a", .qualifier = "\""},
        "xa\"\"a\"\"ay",
        document("<row/>", "", "<value>x</><value></><value></>")},
+      {"one character beyond ASCII",
+       {.delimiter = "\xC2\xA7", .qualifier = "\""},
+       "a\xC2\xA7\xC2\xA7\"b\xC2\xA7\"\xC2\xA7\xC2\xC2\xA7\n",
+       document("<row/>", "", "<value>a</><value></><value>b\xC2\xA7</><value>\xC2</>")},
+      {"a delimiter that begins with such a one",
+       {.delimiter = "\xF0\x9F\x98\x80|"},
+       "a\xF0\x9F\x98\x80|b",
+       document("<row/>", "", "<value>a</><value>|b</>")},
+      {"a delimiter that is no UTF-8",
+       {.delimiter = "\xE0\x9F\x98"},
+       "a\xE0\x9F\x98",
+       document("<row/>", "", "<value>a</><value>\x9F\x98</>")},
       {"line end as delimiter", {.delimiter = "\n"}, "a\nb", document("<row/><row/>", "", "<value>a</><value>b</>")},
       {"label missing", first_col, "a,b\n\nc", "Line 2"},
       {"label missing above an empty last line", first_col, "a\r\n\r\n\r\n", "Line 2"},
@@ -106,10 +118,11 @@ TEST(DelimitedImport, EqualsTheLiteralImport) {
   const auto below = [&](std::size_t count) {
     return std::uniform_int_distribution<std::size_t>(0, count - 1)(random);
   };
-  const std::string_view delimiters[] = {",",  ",",  ";",  "\t",  " ",      "\"",   "a",
-                                         "\n", "aa", ",a", ",\"", "a\"a\"", "aabaa"};
+  const std::string_view delimiters[] = {",",   ",",      ";",     "\t",       " ",
+                                         "\"",  "a",      "\n",    "aa",       ",a",
+                                         ",\"", "a\"a\"", "aabaa", "\xC2\xA7", "\xC2\xA7\"\xC2\xA7"};
   const std::string_view qualifiers[] = {"", "\"", "\"", "'", ",", "a", "\r", "\"\""};
-  const std::string_view bytes = ",,,;aab\"\"'\r\n\n\t <>&\x0B\xE4";
+  const std::string_view bytes = ",,,;aab\"\"'\r\n\n\t <>&\x0B\xE4\xC2\xA7\xC2\xA7";
   for (int round = 0; round < 20'000; ++round) {
     const DelimitedFormat format{.delimiter = std::string(delimiters[below(std::size(delimiters))]),
                                  .qualifier = std::string(qualifiers[below(std::size(qualifiers))]),
@@ -143,11 +156,16 @@ TEST(DelimitedImport, EqualsTheLiteralImport) {
 
 // What gives the most text for its bytes, more of it than the first pieces of memory hold.
 TEST(DelimitedImport, HasRoomForTheDensestTexts) {
-  for (const std::string_view unit : {",", "'", "\n", "x\n", "x,", ",\n", "\"\",", ",,,\n\n<"}) {
+  const std::string long_delimiter = "," + std::string(200, '\'');
+  for (const std::string_view unit :
+       {std::string_view(","), std::string_view("'"), std::string_view("\n"), std::string_view("x\n"),
+        std::string_view("x,"), std::string_view(",\n"), std::string_view("\"\","), std::string_view(",,,\n\n<"),
+        std::string_view(long_delimiter), std::string_view(long_delimiter).substr(1)}) {
     std::string file = "first" + std::string(unit) + "\n";
     for (int i = 0; i < 40'000; ++i) file += unit;
-    for (const DelimitedFormat& format : {DelimitedFormat{}, DelimitedFormat{.qualifier = "\"", .first_row = true},
-                                          DelimitedFormat{.delimiter = ",,"}}) {
+    for (const DelimitedFormat& format :
+         {DelimitedFormat{}, DelimitedFormat{.qualifier = "\"", .first_row = true}, DelimitedFormat{.delimiter = ",,"},
+          DelimitedFormat{.delimiter = long_delimiter}}) {
       EXPECT_TRUE(imported(file, format, 65'536) == LiteralImport(file, format).result()) << unit << format.delimiter;
     }
   }

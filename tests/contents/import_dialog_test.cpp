@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <new>
 #include <optional>
 #include <string>
 #include <vector>
@@ -71,9 +72,10 @@ TEST_F(ImportDialogTest, ImportsAsChosenAndRemembersTheChoices) {
     EXPECT_FALSE(dialog.is_open());
   });
   EXPECT_EQ(dialog.result(), "<xml><rows></><cols><col>a</><col>b;c</></><data></></xml>");
+  EXPECT_EQ(dialog.take_result(), "<xml><rows></><cols><col>a</><col>b;c</></><data></></xml>");
+  EXPECT_EQ(dialog.result(), "") << "it was taken";
 
   open([&] {
-    EXPECT_EQ(dialog.result(), "") << "the last result is gone";
     EXPECT_EQ(shown(), "a.csv rbSemicolon rbSingleQuote ckFirstRow can");
     dialog.ckFirstRow.user_click();
     dialog.ckFirstCol.user_click();
@@ -83,7 +85,10 @@ TEST_F(ImportDialogTest, ImportsAsChosenAndRemembersTheChoices) {
   });
   EXPECT_EQ(dialog.result(), "<xml><rows><row>a;&apos;b;c&apos;</></><cols></><data></></xml>");
 
-  open([&] { dialog.cmdCancel.user_click(); });
+  open([&] {
+    EXPECT_EQ(dialog.result().capacity(), std::string().capacity()) << "the last result is gone, and its memory";
+    dialog.cmdCancel.user_click();
+  });
   EXPECT_EQ(dialog.result(), "");
   open([&] { EXPECT_EQ(shown(), "a.csv rbComma rbNone ckFirstCol can"); });
   EXPECT_TRUE(host.messages.empty());
@@ -198,6 +203,20 @@ TEST_F(ImportDialogTest, TellsWhyAnImportFailedAndStaysOpen) {
                 "|Cannot Import File: a.csv",
                 "|Cannot Import File: The delimiter between fields must not be empty",
             }));
+}
+
+TEST_F(ImportDialogTest, SaysWhenMemoryRunsOut) {
+  struct HugeFiles final : FileSystem {
+    bool can_read(std::string_view) override { return true; }
+    std::string read(std::string_view) override { throw std::bad_alloc(); }
+    std::string module_directory() override { return {}; }
+  } files;
+  const Platform platform{host, files, host.components, {}, {}, &host};
+  ImportDialog huge(platform);
+  huge.set_file_name("a.csv");
+  huge.Form_Load();
+  huge.cmdImport_Click();
+  EXPECT_EQ(host.messages, std::vector<std::string>{"|Cannot Import File: out of memory; the file is too large"});
 }
 
 }  // namespace

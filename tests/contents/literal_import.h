@@ -53,6 +53,20 @@ private:
     return std::string(text.substr(first - 1, behind_last - first));
   }
 
+  // How many bytes the delimiter's first character has: by its lead byte, if as many continuations follow.
+  std::size_t first_character() const {
+    const std::string& text = format_.delimiter;
+    const auto byte = [&](std::size_t i) { return i < text.size() ? static_cast<unsigned char>(text[i]) : 0; };
+    const std::size_t count = byte(0) >= 0xF0 ? 4 : byte(0) >= 0xE0 ? 3 : byte(0) >= 0xC2 ? 2 : 1;
+    for (std::size_t i = 1; i < count; ++i) {
+      if (byte(i) < 0x80 || byte(i) > 0xBF) return 1;
+    }
+    const int start = byte(0) << 8 | byte(1);  // overlong forms, surrogates and what lies beyond Unicode
+    const bool bad = (start >= 0xE000 && start < 0xE0A0) || (start >= 0xEDA0 && start < 0xEE00) ||
+                     (start >= 0xF000 && start < 0xF090) || start >= 0xF490;
+    return bad ? 1 : count;
+  }
+
   Fields split_line() {
     const std::string line = read_line();
     const std::size_t length = line.size();
@@ -65,7 +79,7 @@ private:
         if (q != 0) {
           field = between(line, p + 1, q);
           const std::size_t d = find(q + 1, line, format_.delimiter);
-          p = d != 0 ? d + 1 : length + 1;
+          p = d != 0 ? d + first_character() : length + 1;
         } else {
           field = between(line, p + 1, length + 1);
           p = length + 1;
@@ -73,7 +87,7 @@ private:
       } else {
         const std::size_t d = find(p, line, format_.delimiter);
         field = between(line, p, d != 0 ? d : length + 1);
-        p = d != 0 ? d + 1 : length + 1;
+        p = d != 0 ? d + first_character() : length + 1;
       }
       fields.push_back(escape_contents(field));
     }

@@ -82,6 +82,16 @@ TEST(Form, FiresOncePerChangeByCodeOrUser) {
   EXPECT_EQ(form.cmbFont.list_index(), -1) << "typed text is no selection";
 }
 
+TEST(Form, PutsTheCaretWhereTypingGoesOn) {
+  SampleForm form;
+  form.txtName.on_change = [&] { EXPECT_EQ(form.txtName.caret, form.txtName.text().size()); };
+  form.txtName.user_type("typed");
+  form.txtName.on_change = nullptr;
+  EXPECT_EQ(form.txtName.caret, 5U);
+  form.txtName.set_text("by code");
+  EXPECT_EQ(form.txtName.caret, 0U);
+}
+
 TEST(Form, RefusesValuesThatControlsCannotHave) {
   SampleForm form;
   EXPECT_THROW(form.chkGrid.set_value(3), AutomationError);
