@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <filesystem>
 #include <memory>
+#include <new>
 #include <span>
 
+#include "authoring/encoding_guess.h"
 #include "authoring/text_encoding.h"
 #include "host/headless_platform.h"
 
@@ -59,8 +61,69 @@ auto importing(const std::string& name, Step step) {
     if (what.starts_with(border)) throw;
     const std::string placed = name.empty() ? what : with_place(name, what);
     throw AutomationError(error.number(), std::string(border) + placed, "import_data");
+  } catch (const std::bad_alloc&) {
+    throw AutomationError(
+        RunTimeError::OutOfStringSpace,
+        std::string(border) + (name.empty() ? "" : name + ": ") + "out of memory: the document does not fit into it",
+        "import_data");
   }
 }
+
+// Sees whether bytes that pass as they are can be what a page takes them for.
+class BytesWatch {
+public:
+  // Hands the next bytes to `import`.
+  void pass(std::string_view piece, DelimitedImport& import) {
+    beginning_ += piece.substr(0, most_beginning - beginning_.size());
+    if (utf8_ != nullptr) {
+      try {
+        utf8_->decode(piece);
+      } catch (const EncodingError& error) {
+        // A character may begin in the piece before, but on the same line.
+        const std::size_t at = std::max(error.offset(), passed_) - passed_;
+        import.add(piece.substr(0, at));
+        found_on(import.line());
+        piece.remove_prefix(at);
+      }
+    }
+    passed_ += piece.size();
+    if (passed_ >= most_watched) utf8_.reset();
+    import.add(piece);
+  }
+
+  // What is to be said of all that has passed; the more telling warning is the only one.
+  std::vector<ImportWarning> finish(const DelimitedImport& import) {
+    try {
+      if (utf8_ != nullptr) utf8_->finish();
+    } catch (const EncodingError&) {
+      found_on(import.line());
+    }
+    if (const ByteOrderMark* const mark = mark_of(beginning_)) {
+      const std::string encoding = mark->encoding;
+      return {{1, "the bytes are taken as they are, and they begin with the mark of " + encoding +
+                      "; give --encoding " + encoding + " or --guess"}};
+    }
+    if (const std::string why = why_no_text(beginning_); !why.empty()) {
+      return {{0, "this is no text: " + why + "; save it as CSV"}};
+    }
+    if (line_ == 0) return {};
+    return {{line_, "the bytes are taken as they are, and these are no UTF-8; give --encoding or --guess"}};
+  }
+
+private:
+  static constexpr std::size_t most_beginning = 4096;
+  static constexpr std::size_t most_watched = 1 << 20;  // all of a large file would cost more than it is worth
+
+  void found_on(std::size_t line) {
+    line_ = line;
+    utf8_.reset();
+  }
+
+  std::unique_ptr<TextDecoder> utf8_ = std::make_unique<TextDecoder>("UTF-8");  // null when nothing is left to see
+  std::string beginning_;
+  std::size_t passed_ = 0;
+  std::size_t line_ = 0;  // of the first bytes that are no UTF-8
+};
 
 // One import on its way: decides on the settings as soon as enough bytes are there to guess from.
 class Importer {
@@ -87,14 +150,25 @@ public:
       begin_with_guess(false);
       piece.remove_prefix(room);
     }
-    importing(name_, [&] { import_->add(decoder_ == nullptr ? piece : decoder_->decode(piece)); });
+    importing(name_, [&] {
+      if (decoder_ != nullptr) {
+        import_->add(decoder_->decode(piece));
+      } else {
+        watch_.pass(piece, *import_);
+      }
+    });
   }
 
   ImportedData finish() {
     if (import_ == nullptr) begin_with_guess(true);
     return importing(name_, [&]() -> ImportedData {
-      if (decoder_ != nullptr) import_->add(decoder_->finish());
-      return {import_->finish(), settings_};
+      if (decoder_ != nullptr) {
+        import_->add(decoder_->finish());
+      } else {
+        const std::vector<ImportWarning> seen = watch_.finish(*import_);
+        warnings_.insert(warnings_.end(), seen.begin(), seen.end());
+      }
+      return {import_->finish(), settings_, std::move(warnings_)};
     });
   }
 
@@ -103,6 +177,11 @@ private:
 
   void begin(const ImportSettings& settings) {
     settings_ = settings;
+    const std::string& qualifier = settings.format.qualifier;
+    if (qualifier.size() > 1) {
+      warnings_.push_back({0, "no field can begin with the qualifier \"" + qualifier +
+                                  "\": one byte is compared; give one byte, doublequote, singlequote or none"});
+    }
     importing("", [&] {
       if (!settings.encoding.empty()) decoder_ = std::make_unique<TextDecoder>(settings.encoding);
       import_ = std::make_unique<DelimitedImport>(settings.format);
@@ -112,6 +191,7 @@ private:
   void begin_with_guess(bool is_whole) {
     const DelimitedGuess guess = importing(name_, [&] { return guess_delimited(sample_, is_whole, request_.named); });
     if (tell_) tell_(guess);
+    warnings_ = guess.warnings;
     begin({guess.format, guess.encoding});
     add(std::string(std::move(sample_)));
   }
@@ -121,6 +201,8 @@ private:
   const std::function<void(const DelimitedGuess&)>& tell_;
   std::string sample_;
   ImportSettings settings_;
+  std::vector<ImportWarning> warnings_;
+  BytesWatch watch_;  // where there is no decoder
   std::unique_ptr<TextDecoder> decoder_;
   std::unique_ptr<DelimitedImport> import_;
 };
@@ -151,6 +233,15 @@ void read_labels(std::string_view value, DelimitedFormat& format) {
 
 DataBytes file_bytes(FileSystem& files, const std::string& path) {
   return {files.shown(path), [&files, path](const auto& take) { files.read_pieces(path, take); }};
+}
+
+ImportRequest request_for(const ImportSettings& settings) {
+  const DelimitedFormat& format = settings.format;
+  return {{.encoding = settings.encoding.empty() ? std::nullopt : std::optional(settings.encoding),
+           .delimiter = format.delimiter,
+           .qualifier = format.qualifier,
+           .first_row = format.first_row,
+           .first_col = format.first_col}};
 }
 
 ImportedData import_data(const DataBytes& bytes, const ImportRequest& request,
@@ -187,6 +278,11 @@ std::optional<DataSource> remembered_source(const DesignTimeControl& control) {
   format.qualifier = qualifier_from_word(control.GetProperty("DATAQUALIFIER"));
   read_labels(control.GetProperty("DATALABELS"), format);
   source.settings.encoding = control.GetProperty("DATAENCODING");
+  try {
+    if (!source.settings.encoding.empty()) TextDecoder known(source.settings.encoding);
+  } catch (const AutomationError& error) {
+    throw AutomationError(error.number(), "DATAENCODING: " + error.description());
+  }
   return source;
 }
 
@@ -208,14 +304,31 @@ void remember_source(DesignTimeControl& control, const std::optional<DataSource>
 
 bool can_be_read_again(const std::string& file) {
   std::error_code unknown;
-  const fs::file_status status = fs::status(native_path(file), unknown);
+  const fs::file_status status = fs::status(found_path(file), unknown);
   return !fs::exists(status) || fs::is_regular_file(status);
 }
 
+namespace {
+
+// The folder that `page` lies in: the one of the file itself, where `page` is a link to it.
+fs::path folder_of(const fs::path& page) {
+  constexpr int most_links = 40;  // as the system has it
+  fs::path file = page;
+  std::error_code error;
+  for (int links = 0; links < most_links && fs::is_symlink(file, error); ++links) {
+    const fs::path target = fs::read_symlink(file, error);
+    if (error) break;
+    file = file.parent_path() / target;
+  }
+  return file.parent_path();
+}
+
+}  // namespace
+
 std::string path_to_remember(const std::string& page, const std::string& file) {
   std::error_code error;
-  const fs::path target = fs::absolute(native_path(file), error);
-  const fs::path folder = fs::absolute(page, error).parent_path();
+  const fs::path target = fs::absolute(found_path(file), error);
+  const fs::path folder = fs::absolute(folder_of(page), error);
   const auto leads_there = [&](const fs::path& way) {
     std::error_code missing;
     return way.is_relative() && !way.empty() && fs::equivalent(folder / way, target, missing);
@@ -230,7 +343,10 @@ std::string path_to_remember(const std::string& page, const std::string& file) {
 }
 
 std::string path_of_source(const std::string& page, const std::string& source) {
-  return (fs::path(page).parent_path() / native_path(source)).string();
+  const fs::path folder = folder_of(page);
+  const fs::path as_given = folder / source;
+  std::error_code unknown;
+  return (fs::exists(as_given, unknown) ? as_given : folder / native_path(source)).string();
 }
 
 }  // namespace plexoras

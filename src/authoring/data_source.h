@@ -24,6 +24,8 @@ struct ImportRequest {
   DelimitedHints named = {};
   bool guess = false;  ///< the others are guessed; else they are those of `ImportSettings`
 };
+/// The request for just these settings.
+ImportRequest request_for(const ImportSettings& settings);
 
 /// Bytes that are read once, from the first to the last.
 struct DataBytes {
@@ -38,12 +40,14 @@ DataBytes file_bytes(FileSystem& files, const std::string& path);
 struct ImportedData {
   TextPieces document;
   ImportSettings settings;  ///< those that were used
+  std::vector<ImportWarning> warnings = {};
 };
 
 /// Makes a contents document of `bytes`, reading them once and holding little more than the document.
 ///
-/// `tell` hears of a guess before the rest is read. Every error has a description that begins with
-/// "Cannot Import File: " and goes on with the place as far as it is known, "data.csv:3: what is wrong".
+/// `tell` hears of a guess before the rest is read. Bytes that stay as they are pass whatever they are, with a warning
+/// when their first MiB is no text or no UTF-8. Every error, also that of too little memory, has a description that
+/// begins with "Cannot Import File: " and goes on with the place as far as it is known, "data.csv:3: what is wrong".
 ImportedData import_data(const DataBytes& bytes, const ImportRequest& request,
                          const std::function<void(const DelimitedGuess&)>& tell = {});
 

@@ -36,13 +36,15 @@ bool are_consecutive(const std::vector<long>& numbers) {
   return numbers.size() > 1 && are_in_order(numbers, [](long a, long b) { return a + 1 == b; });
 }
 
+bool are_years(const std::vector<long>& numbers) {
+  return !numbers.empty() && std::all_of(numbers.begin(), numbers.end(), is_year) &&
+         (are_in_order(numbers, std::less<>()) || are_in_order(numbers, std::greater<>()));
+}
+
 // Years in order, or 0, 1, 2 ... or 1, 2, 3 ...: numbers that are labels rather than values.
 bool are_labels(const std::vector<long>& numbers) {
-  if (numbers.empty()) return false;
-  if (std::all_of(numbers.begin(), numbers.end(), is_year)) {
-    return are_in_order(numbers, std::less<>()) || are_in_order(numbers, std::greater<>());
-  }
-  return numbers.size() >= 3 && (numbers[0] == 0 || numbers[0] == 1) && are_consecutive(numbers);
+  return are_years(numbers) ||
+         (numbers.size() >= 3 && (numbers[0] == 0 || numbers[0] == 1) && are_consecutive(numbers));
 }
 
 // What the cells of a column hold.
@@ -78,6 +80,19 @@ std::vector<Column> columns_of(const DelimitedReading& reading, std::size_t firs
   return columns;
 }
 
+// Whether the first line leaves out nothing but the cell above a filled column: there, row labels begin below. The
+// numbers that it holds must be able to tell columns apart.
+bool has_empty_corner(const std::vector<DelimitedField>& first, const std::vector<Column>& columns,
+                      std::vector<long> numbers) {
+  const auto is_missing = [](const DelimitedField& field) { return kind_of_cell(field.text) == CellKind::Missing; };
+  if (columns.size() < 2 || first.size() != columns.size() || !first.front().text.empty()) return false;
+  if (columns.front().kind() == CellKind::Missing) return false;
+  if (std::any_of(first.begin() + 1, first.end(), is_missing)) return false;
+  std::sort(numbers.begin(), numbers.end());
+  return (numbers.empty() || numbers.front() >= 0) &&
+         std::adjacent_find(numbers.begin(), numbers.end()) == numbers.end();
+}
+
 Decided<bool> guess_first_row(const DelimitedReading& reading) {
   if (reading.filled == 0) return {false, "there are no lines"};
   const std::vector<DelimitedField>& first = reading.lines.front().fields;
@@ -107,10 +122,13 @@ Decided<bool> guess_first_row(const DelimitedReading& reading) {
   if (labelled > 0 && alike == 0) {
     return {true, "labels stand above " + counted(labelled, "column", "columns") + " of numbers or dates"};
   }
-  if (alike > 0 && kind_of_cell(first.front().text) != CellKind::Number && are_labels(first_numbers) &&
-      !are_labels(next_numbers)) {
+  // Counts below years may well be in sequence, too.
+  const bool is_sequence =
+      are_years(first_numbers) ? !are_years(next_numbers) : are_labels(first_numbers) && !are_labels(next_numbers);
+  if (alike > 0 && kind_of_cell(first.front().text) != CellKind::Number && is_sequence) {
     return {true, "numbers in sequence stand above " + counted(alike, "column", "columns") + " of other numbers"};
   }
+  if (has_empty_corner(first, columns, first_numbers)) return {true, "only its first cell is empty"};
   if (alike > 0) return {false, "numbers or dates stand in it as in the lines below"};
   return {false, "nothing sets it apart from the lines below"};
 }
@@ -166,6 +184,39 @@ std::string decoded_as_named(std::string_view encoding, std::string_view sample,
   return text;
 }
 
+// What no delimited text holds in any encoding that can be guessed.
+void refuse_what_is_no_text(std::string_view sample, const std::string& encoding, const DelimitedHints& hints) {
+  // There, control characters are half of the others.
+  if (encoding.starts_with("UTF-16") || encoding.starts_with("UTF-32")) return;
+  const std::string why = why_no_text(sample, hints.delimiter.value_or("") + hints.qualifier.value_or(""));
+  if (why.empty()) return;
+  throw AutomationError(RunTimeError::InvalidCall, "this is no text: " + why + "; save it as CSV", "guess_delimited");
+}
+
+// The import's rules for qualifiers are simpler than those of most programs that write them.
+std::vector<ImportWarning> qualifier_warnings(const DelimitedReading& reading, bool is_cut) {
+  std::vector<ImportWarning> warnings;
+  const auto warn_once = [&](bool DelimitedField::*trait, const char* what) {
+    for (std::size_t i = 0; i < reading.lines.size(); ++i) {
+      const std::vector<DelimitedField>& fields = reading.lines[i].fields;
+      if (std::none_of(fields.begin(), fields.end(), [&](const DelimitedField& field) { return field.*trait; })) {
+        continue;
+      }
+      warnings.push_back({i + 1, what});
+      return;
+    }
+  };
+  warn_once(&DelimitedField::is_doubled,
+            "a doubled qualifier ends the field, and what follows up to the delimiter is dropped; take such qualifiers "
+            "out of the data");
+  if (!is_cut) {
+    warn_once(&DelimitedField::is_unclosed,
+              "a qualifier is not closed on this line, and the rest of the line becomes one field; a field cannot hold "
+              "a line end");
+  }
+  return warnings;
+}
+
 struct Name {
   std::string_view text, name;
 };
@@ -195,6 +246,7 @@ DelimitedGuess guess_delimited(std::string_view sample, bool is_whole, const Del
     text = decoded = decoded_as_named(guess.encoding, sample, is_whole);
   } else {
     const EncodingGuess encoding = guess_encoding(sample, is_whole);
+    refuse_what_is_no_text(sample, encoding.encoding, hints);
     chose("encoding", encoding.encoding, encoding.reason);
     if (!encoding.is_plain_utf8) {
       guess.encoding = encoding.encoding;
@@ -208,6 +260,8 @@ DelimitedGuess guess_delimited(std::string_view sample, bool is_whole, const Del
   chose("delimiter", shown(reading.delimiter.value), reading.delimiter.reason);
   guess.format.qualifier = reading.qualifier.value;
   chose("qualifier", shown(reading.qualifier.value), reading.qualifier.reason);
+
+  guess.warnings = qualifier_warnings(reading, !is_whole && lines.lines.size() == 1);
 
   const auto label_choice = [&chose](const char* setting, const Decided<bool>& decision) {
     chose(setting, decision.value ? "labels" : "data", decision.reason);

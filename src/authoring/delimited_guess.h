@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -18,6 +19,12 @@ struct DelimitedHints {
   std::optional<bool> first_col = {};
 };
 
+/// What an import does as it is asked to, but hardly as it is meant.
+struct ImportWarning {
+  std::size_t line;  ///< from 1; 0: it is about the whole
+  std::string what;
+};
+
 /// How a delimited text is best read, and why.
 struct DelimitedGuess {
   /// One setting and what spoke for it: {"delimiter", "';'", "gives 4 fields on each of 120 lines"}.
@@ -30,12 +37,14 @@ struct DelimitedGuess {
   DelimitedFormat format;
   std::string encoding;         ///< empty when the bytes can be taken as they are: UTF-8 without a mark
   std::vector<Choice> choices;  ///< in the order encoding, delimiter, qualifier, first row, first column
+  std::vector<ImportWarning> warnings;
 };
 
 /// Looks at the beginning of a text, or all of it, and chooses settings; what `hints` name is not guessed.
 ///
 /// `sample` is the text's first bytes, in the encoding that it came in; `is_whole` says that there are no more. Any
-/// sample, the empty one too, gives a usable format. Errors as with `TextDecoder` only for an encoding that was named.
+/// text, the empty one too, gives a usable format. Without a named encoding, error 5 for what is no text; with one,
+/// errors as with `TextDecoder`.
 DelimitedGuess guess_delimited(std::string_view sample, bool is_whole, const DelimitedHints& hints = {});
 
 }  // namespace plexoras

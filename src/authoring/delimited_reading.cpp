@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "authoring/cell_kind.h"
+#include "host/utf8.h"
 
 namespace plexoras {
 namespace {
@@ -14,30 +15,6 @@ constexpr std::size_t most_lines = 1000;
 constexpr std::size_t most_bytes = 1U << 18U;  // after which no third line is taken
 
 bool ends_line(char c) { return c == '\r' || c == '\n'; }
-
-// A line's fields by the rules of the import.
-DelimitedLine split(std::string_view line, std::string_view delimiter, std::string_view qualifier) {
-  DelimitedLine result;
-  for (std::size_t position = 0; position < line.size();) {
-    DelimitedField field;
-    std::size_t behind = position;  // where the search for the delimiter begins
-    const bool is_opened = qualifier.size() == 1 && line[position] == qualifier.front();
-    const std::size_t closing = is_opened ? line.find(qualifier, position + 1) : npos;
-    if (is_opened) behind = closing == npos ? line.size() : closing + 1;
-    const std::size_t next = is_opened && closing == npos ? npos : line.find(delimiter, behind);
-    const std::size_t end = std::min(next, line.size());
-    if (is_opened) {
-      field = {line.substr(position + 1, std::min(closing, end) - position - 1), true,
-               closing != npos && line[end - 1] == qualifier.front()};
-    } else {
-      field.text = line.substr(position, end - position);
-    }
-    result.fields.push_back(field);
-    position = next == npos ? line.size() : next + 1;
-    result.ends_in_delimiter = next != npos && position >= line.size();
-  }
-  return result;
-}
 
 std::vector<DelimitedLine> split_all(const DelimitedSample& sample, std::string_view delimiter,
                                      std::string_view qualifier) {
@@ -135,6 +112,34 @@ std::string why_delimiter(const DelimitedReading& reading, const DelimitedSample
 }
 
 }  // namespace
+
+DelimitedLine split(std::string_view line, std::string_view delimiter, std::string_view qualifier) {
+  DelimitedLine result;
+  const std::size_t step = std::max<std::size_t>(1, utf8_length(delimiter, 0));
+  for (std::size_t position = 0; position < line.size();) {
+    DelimitedField field;
+    std::size_t behind = position;  // where the search for the delimiter begins
+    const bool is_opened = qualifier.size() == 1 && line[position] == qualifier.front();
+    const std::size_t closing = is_opened ? line.find(qualifier, position + 1) : npos;
+    if (is_opened) behind = closing == npos ? line.size() : closing + 1;
+    const std::size_t next = is_opened && closing == npos ? npos : line.find(delimiter, behind);
+    const std::size_t end = std::min(next, line.size());
+    if (is_opened) {
+      const bool is_closed = closing != npos;
+      field = {.text = line.substr(position + 1, std::min(closing, end) - position - 1),
+               .is_opened = true,
+               .is_enclosed = is_closed && line[end - 1] == qualifier.front(),
+               .is_doubled = is_closed && line.substr(closing + 1).starts_with(qualifier),
+               .is_unclosed = !is_closed};
+    } else {
+      field.text = line.substr(position, end - position);
+    }
+    result.fields.push_back(field);
+    position = next == npos ? line.size() : next + step;
+    result.ends_in_delimiter = next != npos && position >= line.size();
+  }
+  return result;
+}
 
 DelimitedSample sample_of(std::string_view text, bool is_whole) {
   DelimitedSample sample;

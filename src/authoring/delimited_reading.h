@@ -33,6 +33,8 @@ struct DelimitedField {
   std::string_view text;
   bool is_opened = false;    ///< it begins with the qualifier
   bool is_enclosed = false;  ///< and ends with it
+  bool is_doubled = false;   ///< a second one follows the one that ends it
+  bool is_unclosed = false;  ///< no second one is on the line
 };
 
 struct DelimitedLine {
@@ -42,6 +44,9 @@ struct DelimitedLine {
   /// With the empty field behind a delimiter at the end, which an import leaves out.
   std::size_t count() const { return fields.size() + (ends_in_delimiter ? 1 : 0); }
 };
+
+/// The fields of `line` by the rules of `DelimitedImport`.
+DelimitedLine split(std::string_view line, std::string_view delimiter, std::string_view qualifier);
 
 /// The lines of a sample as they read with a delimiter and a qualifier.
 struct DelimitedReading {

@@ -4,34 +4,12 @@
 #include <map>
 #include <optional>
 
-#include "authoring/control_properties.h"
+#include "authoring/chart_data.h"
 
 namespace plexoras {
 namespace {
 
 using Outcome = RefreshedChart::Outcome;
-
-// The table in `document`, or nothing when it cannot be read; a chart without data has the empty text.
-std::optional<ContentsTable> table_in(const std::string& document) {
-  try {
-    return read_contents(document);
-  } catch (const AutomationError&) {
-    return std::nullopt;
-  }
-}
-
-// Gives `after` the titles of `before` that delimited text cannot hold: an author has typed them. Whether there were
-// any.
-bool keep_titles(const ContentsTable& before, const DelimitedFormat& format, ContentsTable& after) {
-  const bool has_row_title = format.first_row && format.first_col;
-  bool kept = false;
-  for (const auto title : {&ContentsTable::row_title, &ContentsTable::column_title, &ContentsTable::value_title}) {
-    if ((has_row_title && title == &ContentsTable::row_title) || (before.*title).empty()) continue;
-    after.*title = before.*title;
-    kept = true;
-  }
-  return kept;
-}
 
 }  // namespace
 
@@ -55,14 +33,8 @@ private:
     if (!can_be_read_again(file)) {
       throw AutomationError(RunTimeError::PathFileAccess, "DATASOURCE: " + file + ": this is no file that holds data");
     }
-    const DelimitedFormat& format = source.settings.format;
-    const ImportRequest request{{.encoding = source.settings.encoding,
-                                 .delimiter = format.delimiter,
-                                 .qualifier = format.qualifier,
-                                 .first_row = format.first_row,
-                                 .first_col = format.first_col}};
     try {
-      return import_data(file_bytes(files_, file), request).document.take_text();
+      return import_data(file_bytes(files_, file), request_for(source.settings)).document.take_text();
     } catch (const AutomationError& error) {
       if (error.number() != RunTimeError::FileNotFound) throw;
       throw AutomationError(error.number(), error.description() + "; put the file there, or mend DATASOURCE");
@@ -89,19 +61,11 @@ void Refresher::refresh_chart(const Page& page, std::size_t index, Documents& do
   chart.source = source->path;
 
   const std::string& document = documents.of(*source);
-  const std::string present = control.control().GetProperty("Contents");
-  chart.outcome = Outcome::Unchanged;
-  if (document == present) return;
-  const std::optional<ContentsTable> before = table_in(present);
-  ContentsTable after = read_contents(document);
-  const bool has_titles = before && keep_titles(*before, source->settings.format, after);
-  chart.changes = compare_tables(before.value_or(ContentsTable()), after);
-  // Two documents of one table are as good as each other.
-  if (before && chart.changes == TableChanges()) return;
-
-  ControlProperties(control).set("Contents", has_titles ? write_contents(after) : document);
+  const std::optional<TableChanges> changes = give_data(control, document, source->settings.format);
+  chart.outcome = changes ? Outcome::Changed : Outcome::Unchanged;
+  if (!changes) return;
+  chart.changes = *changes;
   edit.replace_record(index, control.record());
-  chart.outcome = Outcome::Changed;
 }
 
 RefreshedPage Refresher::refresh_page(const std::string& path) {

@@ -12,7 +12,6 @@
 #include <vector>
 
 #include "authoring/suggestion.h"
-#include "host/automation.h"
 
 namespace plexoras {
 
@@ -38,19 +37,16 @@ struct CloseConverter {
 };
 using IcuConverter = std::unique_ptr<UConverter, CloseConverter>;
 
-[[noreturn]] void fail(std::string description) {
-  throw AutomationError(RunTimeError::InvalidCall, std::move(description), "text encoding");
-}
-
 [[noreturn]] void fail_at(std::size_t offset, unsigned char byte, std::string_view encoding) {
   constexpr std::string_view digits = "0123456789ABCDEF";
-  fail(std::string("Byte 0x") + digits[byte >> 4] + digits[byte & 15U] + " at offset " + std::to_string(offset) +
-       " means nothing in " + std::string(encoding) + "; name the encoding that the text is in");
+  throw EncodingError(offset, std::string("Byte 0x") + digits[byte >> 4] + digits[byte & 15U] + " at offset " +
+                                  std::to_string(offset) + " means nothing in " + std::string(encoding) +
+                                  "; name the encoding that the text is in");
 }
 
 [[noreturn]] void fail_cut(std::size_t offset, std::string_view encoding) {
-  fail("The text ends in the middle of a character, which begins at offset " + std::to_string(offset) + " (" +
-       std::string(encoding) + ")");
+  throw EncodingError(offset, "The text ends in the middle of a character, which begins at offset " +
+                                  std::to_string(offset) + " (" + std::string(encoding) + ")");
 }
 
 IcuConverter open_converter(const std::string& encoding) {
@@ -67,8 +63,11 @@ IcuConverter open_converter(const std::string& encoding) {
   IcuConverter converter(known ? ucnv_open(encoding.c_str(), &status) : nullptr);
   if (converter == nullptr || U_FAILURE(status)) {
     const std::string suggestion = did_you_mean(encoding, common);
-    fail("There is no encoding \"" + encoding + "\"" +
-         (suggestion.empty() ? "; common ones are UTF-8, UTF-16, windows-1252 and ISO-8859-15" : suggestion));
+    throw AutomationError(
+        RunTimeError::InvalidCall,
+        "There is no encoding \"" + encoding + "\"" +
+            (suggestion.empty() ? "; common ones are UTF-8, UTF-16, windows-1252 and ISO-8859-15" : suggestion),
+        "text encoding");
   }
   ucnv_setToUCallBack(converter.get(), UCNV_TO_U_CALLBACK_STOP, nullptr, nullptr, nullptr, &status);
   return converter;
@@ -257,7 +256,8 @@ private:
       if (units.front() == 0xFEFF) units = units.subspan(1);
     }
     if (!writer_.append(text_, units)) {
-      fail("Half a character stands before offset " + std::to_string(offset) + " (" + name + ")");
+      throw EncodingError(offset,
+                          "Half a character stands before offset " + std::to_string(offset) + " (" + name + ")");
     }
   }
 

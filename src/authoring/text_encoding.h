@@ -1,10 +1,27 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
+
+#include "host/automation.h"
 
 namespace plexoras {
+
+/// Bytes that mean nothing in an encoding.
+class EncodingError : public AutomationError {
+public:
+  EncodingError(std::size_t offset, std::string description)
+      : AutomationError(RunTimeError::InvalidCall, std::move(description), "text encoding"), offset_(offset) {}
+
+  /// Where they stand in the text, from 0.
+  std::size_t offset() const { return offset_; }
+
+private:
+  std::size_t offset_;
+};
 
 /// Turns text of any encoding into UTF-8, from pieces of any size. Lives for one text.
 ///
@@ -23,8 +40,8 @@ public:
 
   /// What the next bytes mean, as UTF-8, as far as they make whole characters. It holds until the next call and as long
   /// as `bytes` do: text that is UTF-8 already is not copied. A byte-order mark at the start of the text is dropped.
-  /// Error 5, naming the offset in the text (from 0) and the encoding, for bytes that mean nothing in it; the decoder
-  /// is of no more use then.
+  /// `EncodingError`, naming the offset and the encoding, for bytes that mean nothing in it; the decoder is of no more
+  /// use then.
   std::string_view decode(std::string_view bytes);
   /// The rest, at the end of the text; errors as with `decode`, also for a character that is cut off.
   std::string_view finish();

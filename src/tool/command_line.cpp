@@ -29,23 +29,36 @@ constexpr const char* csv_help =
 
 // A flag with its opposite; of several the last one counts, and without any nothing is chosen.
 CLI::Option* add_choice(CLI::App& app, const char* names, std::optional<bool>& choice, const std::string& help) {
-  return app.add_flag(names, help)->each([&choice](const std::string& value) {
-    choice = CLI::detail::to_flag_value(value) > 0;
+  return app.add_flag(names, help)->check([&choice](const std::string& value) -> std::string {
+    try {
+      choice = CLI::detail::to_flag_value(value) > 0;
+      return {};
+    } catch (const std::invalid_argument&) {
+      return "takes no value, or true or false, not \"" + value + "\"";
+    }
   });
 }
 
+// An option whose text may be a word that stands for another text.
+CLI::Option* add_text(CLI::App& app, const char* name, std::optional<std::string>& text,
+                      std::string (*from_word)(std::string_view), const std::string& help) {
+  return app.add_option_function<std::string>(
+      name, [&text, from_word](const std::string& word) { text = from_word(word); }, help);
+}
+
 // How a delimited file is read: the same for every command that reads one. Where `file` is an option, they go with it.
-void declare_import_flags(CLI::App& app, ImportFlags& flags, CLI::Option* file = nullptr) {
+void declare_import_flags(CLI::App& app, ImportRequest& request, CLI::Option* file = nullptr) {
   CLI::Option* const options[] = {
-      app.add_option("--delimiter", flags.delimiter,
-                     "Between the fields: any text, or comma (the default), semicolon, tab, blank or pipe")
+      add_text(app, "--delimiter", request.named.delimiter, delimiter_from_word,
+               "Between the fields: any text, or comma (the default), semicolon, tab, blank or pipe")
           ->check(given()),
-      app.add_option("--qualifier", flags.qualifier,
-                     "Around fields that hold a delimiter: doublequote, singlequote, none (the default) or one byte"),
-      add_choice(app, "--first-row,!--no-first-row", flags.first_row, "The first line holds the column labels"),
-      add_choice(app, "--first-col,!--no-first-col", flags.first_col, "The first field of each line labels its row"),
-      app.add_flag("--guess", flags.guess, "Look at the data for what is not given here, and say what was chosen"),
-      app.add_option("--encoding", flags.encoding,
+      add_text(app, "--qualifier", request.named.qualifier, qualifier_from_word,
+               "Around fields that hold a delimiter: doublequote, singlequote, none (the default) or one byte"),
+      add_choice(app, "--first-row,!--no-first-row", request.named.first_row, "The first line holds the column labels"),
+      add_choice(app, "--first-col,!--no-first-col", request.named.first_col,
+                 "The first field of each line labels its row"),
+      app.add_flag("--guess", request.guess, "Look at the data for what is not given here, and say what was chosen"),
+      app.add_option("--encoding", request.named.encoding,
                      "Turn the data into UTF-8 from this one; without it their bytes stay as they are")
           ->check(given()),
   };
@@ -57,7 +70,7 @@ void declare_import_flags(CLI::App& app, ImportFlags& flags, CLI::Option* file =
 Run declare_import(CLI::App& app) {
   auto options = std::make_shared<ImportOptions>();
   app.add_option("FILE", options->file, "Delimited text; - reads standard input")->required();
-  declare_import_flags(app, options->flags);
+  declare_import_flags(app, options->request);
   return running(run_import, options);
 }
 

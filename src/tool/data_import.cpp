@@ -21,32 +21,6 @@ DataBytes standard_input() {
           }};
 }
 
-struct ByteOrderMark {
-  std::string_view bytes;
-  const char* encoding;
-};
-using namespace std::string_view_literals;
-constexpr ByteOrderMark byte_order_marks[] = {{"\xEF\xBB\xBF"sv, "UTF-8"},
-                                              {"\xFF\xFE\0\0"sv, "UTF-32"},  // before UTF-16, whose mark begins it
-                                              {"\0\0\xFE\xFF"sv, "UTF-32"},
-                                              {"\xFF\xFE"sv, "UTF-16"},
-                                              {"\xFE\xFF"sv, "UTF-16"}};
-
-// Settings that do what they say, but hardly what was meant.
-void warn(const std::string& name, const ImportSettings& settings, std::string_view beginning, Console& console) {
-  if (settings.format.qualifier.size() > 1) {
-    console.problem(name + ": warning: no field can begin with the qualifier \"" + settings.format.qualifier +
-                    "\": one byte is compared; give one byte, doublequote, singlequote or none\n");
-  }
-  if (!settings.encoding.empty()) return;
-  for (const ByteOrderMark& mark : byte_order_marks) {
-    if (!beginning.starts_with(mark.bytes)) continue;
-    console.problem(name + ": warning: the bytes are taken as they are, and they begin with the mark of " +
-                    mark.encoding + "; give --encoding " + mark.encoding + " or --guess\n");
-    return;
-  }
-}
-
 // `text` as a shell takes it.
 std::string quoted_for_shell(const std::string& text) {
   constexpr std::string_view plain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789._,:/@%+=-";
@@ -67,13 +41,9 @@ std::string as_flags(const ImportSettings& settings) {
 
 }  // namespace
 
-FileImport import_file(const std::string& file, const ImportFlags& flags, FileSystem& files, Console& console) {
-  ImportRequest request{{.encoding = flags.encoding, .first_row = flags.first_row, .first_col = flags.first_col},
-                        flags.guess};
-  if (flags.delimiter) request.named.delimiter = delimiter_from_word(*flags.delimiter);
-  if (flags.qualifier) request.named.qualifier = qualifier_from_word(*flags.qualifier);
-
-  FileImport imported;
+FileImport import_file(const std::string& file, const ImportRequest& request, FileSystem& files, Console& console) {
+  const DataBytes bytes = file == "-" ? standard_input() : file_bytes(files, file);
+  FileImport imported{bytes.name};
   const auto tell = [&](const DelimitedGuess& guess) {
     for (const DelimitedGuess::Choice& choice : guess.choices) {
       console.say(choice.setting + " " + choice.chosen + ": " + choice.reason);
@@ -81,19 +51,12 @@ FileImport import_file(const std::string& file, const ImportFlags& flags, FileSy
     console.say("the same without guessing: " + as_flags({guess.format, guess.encoding}));
     imported.choices = guess.choices;
   };
-  const DataBytes bytes = file == "-" ? standard_input() : file_bytes(files, file);
-  std::string beginning;
-  const DataBytes watched{bytes.name, [&](const auto& take) {
-                            bytes.read([&](std::string_view piece) {
-                              constexpr std::size_t longest_mark = 4;
-                              if (beginning.size() < longest_mark) {
-                                beginning += piece.substr(0, longest_mark - beginning.size());
-                              }
-                              take(piece);
-                            });
-                          }};
-  imported.data = import_data(watched, request, tell);
-  warn(bytes.name, imported.data.settings, beginning, console);
+  imported.data = import_data(bytes, request, tell);
+  for (const ImportWarning& warning : imported.data.warnings) {
+    if (console.options().json) break;  // they are in the object
+    const std::string line = warning.line == 0 ? "" : ":" + std::to_string(warning.line);
+    console.problem(bytes.name + line + ": warning: " + warning.what + "\n");
+  }
   return imported;
 }
 
@@ -103,9 +66,18 @@ nlohmann::json to_json(const FileImport& imported) {
   for (const DelimitedGuess::Choice& choice : imported.choices) {
     choices.push_back({{"setting", choice.setting}, {"chosen", choice.chosen}, {"reason", choice.reason}});
   }
-  return {{"delimiter", settings.format.delimiter}, {"qualifier", settings.format.qualifier},
-          {"first_row", settings.format.first_row}, {"first_col", settings.format.first_col},
-          {"encoding", settings.encoding},          {"choices", choices}};
+  nlohmann::json warnings = nlohmann::json::array();
+  for (const ImportWarning& warning : imported.data.warnings) {
+    warnings.push_back({{"severity", "warning"}, {"message", warning.what}, {"file", imported.name}});
+    if (warning.line != 0) warnings.back()["line"] = warning.line;
+  }
+  return {{"delimiter", settings.format.delimiter},
+          {"qualifier", settings.format.qualifier},
+          {"first_row", settings.format.first_row},
+          {"first_col", settings.format.first_col},
+          {"encoding", settings.encoding},
+          {"choices", choices},
+          {"warnings", warnings}};
 }
 
 }  // namespace plexoras

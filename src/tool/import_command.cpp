@@ -12,7 +12,7 @@ int run_import(const ImportOptions& options, HeadlessPlatform& host, Console& co
   const bool json = console.options().json;
   FileImport imported;
   try {
-    imported = import_file(options.file, options.flags, host.platform().files, console);
+    imported = import_file(options.file, options.request, host.platform().files, console);
   } catch (const AutomationError& error) {
     if (json) {
       console.aside(json_line(failure_json(error.description())));

@@ -1,9 +1,10 @@
 #pragma once
 
 #include <cstddef>
-#include <optional>
 #include <string>
 #include <vector>
+
+#include "authoring/data_source.h"
 
 namespace plexoras {
 
@@ -26,19 +27,9 @@ struct ExpandOptions {
   std::size_t text_mebibytes = 64;
 };
 
-/// How a delimited file is to be read; what is not given is guessed or has its default.
-struct ImportFlags {
-  std::optional<std::string> delimiter = {};  ///< the text, or a word for it
-  std::optional<std::string> qualifier = {};
-  std::optional<bool> first_row = {};
-  std::optional<bool> first_col = {};
-  std::optional<std::string> encoding = {};
-  bool guess = false;
-};
-
 struct ImportOptions {
   std::string file;  ///< "-" for standard input
-  ImportFlags flags;
+  ImportRequest request;
 };
 
 struct NewOptions {
@@ -48,7 +39,7 @@ struct NewOptions {
   std::string after;
   std::string before;
   std::string csv;  ///< a file of data, "-" for standard input
-  ImportFlags import;
+  ImportRequest import;
   std::vector<std::string> assignments;  ///< PROPERTY=VALUE
 };
 
@@ -63,7 +54,7 @@ struct SetOptions {
   std::vector<std::string> assignments;
   std::string from;  ///< a file of PROPERTY=VALUE lines, "-" for standard input
   std::string csv;   ///< a file of data, "-" for standard input
-  ImportFlags import;
+  ImportRequest import;
   bool custom = false;
 };
 

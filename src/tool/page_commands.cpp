@@ -5,6 +5,7 @@
 #include <iterator>
 #include <nlohmann/json.hpp>
 
+#include "authoring/chart_data.h"
 #include "authoring/control_properties.h"
 #include "host/atomic_file.h"
 #include "host/headless_platform.h"
@@ -124,11 +125,11 @@ void refuse_broken_template(const std::vector<Diagnostic>& diagnostics, Console&
 using GivenData = nlohmann::json;
 
 // Gives the control the data of `file`, which it remembers when they can be read again.
-GivenData take_data(LiveControl& control, const std::string& page, const std::string& file, const ImportFlags& flags,
-                    FileSystem& files, Console& console) {
+GivenData take_data(LiveControl& control, const std::string& page, const std::string& file,
+                    const ImportRequest& request, FileSystem& files, Console& console) {
   if (file.empty()) return {};
-  FileImport import = import_file(file, flags, files, console);
-  ControlProperties(control).set("Contents", import.data.document.take_text());
+  FileImport import = import_file(file, request, files, console);
+  give_data(control, import.data.document.take_text(), import.data.settings.format);
   std::optional<DataSource> source;
   if (file != "-" && can_be_read_again(file)) {
     source = DataSource{path_to_remember(page, file), import.data.settings};
@@ -210,6 +211,8 @@ int run_new(const NewOptions& options, HeadlessPlatform& host, Console& console)
   TemplateSession session(host.platform());
   LiveControl control = LiveControl::make_new(session, options.control, options.name);
   refuse_broken_template(session.diagnostics, console);
+  // Its sample data have no titles that an author has typed.
+  if (!options.csv.empty()) ControlProperties(control).set("Contents", "");
   const GivenData data = take_data(control, options.page, options.csv, options.import, host.platform().files, console);
   ControlProperties properties(control);
   assign(properties, assignments, ControlProperties::NewKeys::Refuse, options.page + "#" + options.name);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <new>
 
 #include "authoring/refresher.h"
 #include "authoring_fixture.h"
@@ -70,12 +71,36 @@ TEST(DataSource, AGuessedImportIsThatOfTheSettingsItNames) {
   ImportedData guessed = import_data(in_pieces(bytes, 70'000), {{}, true});
   const ImportSettings& used = guessed.settings;
   EXPECT_EQ(used.format.delimiter, ";");
-  const ImportRequest same{{.encoding = used.encoding,
-                            .delimiter = used.format.delimiter,
-                            .qualifier = used.format.qualifier,
-                            .first_row = used.format.first_row,
-                            .first_col = used.format.first_col}};
-  EXPECT_EQ(guessed.document.take_text(), import_data(in_pieces(bytes, bytes.size()), same).document.take_text());
+  EXPECT_EQ(guessed.document.take_text(),
+            import_data(in_pieces(bytes, bytes.size()), request_for(used)).document.take_text());
+}
+
+TEST(DataSource, WarnsOnceOfBytesThatAPageCannotShow) {
+  struct Case {
+    std::string bytes;
+    std::size_t line;  // 0: no warning
+  };
+  const Case cases[] = {
+      {"a\r\nb\rc\nd\xC3\xA9 \xF0\x9F\x98\x80\n", 0},
+      {"a\r\nb\rc\nd\xE9\ne\xE9\n", 4},
+      {"\xE9", 1},
+      {"a\n\nb \xC3", 3},
+      {"a\n" + std::string(5000, 'x') + "\nb\xC3\n", 3},
+      {"\xEF\xBB\xBF\xFF\n\xFF", 1},
+  };
+  for (const Case& c : cases) {
+    for (const std::size_t size : {1, 2, 3, 10000}) {
+      const std::vector<ImportWarning> warnings = import_data(in_pieces(c.bytes, size), {}).warnings;
+      ASSERT_EQ(warnings.size(), c.line == 0 ? 0U : 1U) << c.bytes.substr(0, 20) << ", pieces of " << size;
+      EXPECT_EQ(warnings.empty() ? 0 : warnings[0].line, c.line) << c.bytes.substr(0, 20) << ", pieces of " << size;
+    }
+  }
+}
+
+TEST(DataSource, TooLittleMemoryIsAFailedImport) {
+  const DataBytes bytes{"d.csv", [](const auto&) { throw std::bad_alloc(); }};
+  EXPECT_EQ(outcome([&] { return import_data(bytes, {}).document.take_text(); }).substr(0, 43),
+            "error 14: Cannot Import File: out of memory");
 }
 
 // The custom properties of a data source, a line each.
@@ -128,6 +153,9 @@ TEST(DataSource, IsFoundFromThePagesFolder) {
   }
   folder.write("site/data/x.csv", "1");
   folder.write("elsewhere/deep/y.csv", "1");
+  folder.write("site/data/p.html", "");
+  folder.write("site/a\\b.csv", "1");
+  std::filesystem::create_symlink("../data/p.html", folder.path("site/sub/linked.html"));
   std::filesystem::create_directory_symlink(folder.path("elsewhere/deep"), folder.path("site/link"));
   struct Case {
     const char* name;
@@ -140,13 +168,15 @@ TEST(DataSource, IsFoundFromThePagesFolder) {
       {"written with detours", "site/sub/../p.html", "site/sub/../data/x.csv", "data/x.csv"},
       {"with backslashes", "site/p.html", "site\\data\\x.csv", "data/x.csv"},
       {"through a link as it is written", "site/p.html", "site/link/y.csv", "link/y.csv"},
+      {"a name with a backslash", "site/p.html", "site/a\\b.csv", "a\\b.csv"},
+      {"from a page that is a link", "site/sub/linked.html", "site/data/x.csv", "x.csv"},
       {"from behind a link", "site/link/p.html", "site/data/x.csv", "../../site/data/x.csv"},
   };
   for (const Case& c : cases) {
     const std::string page = folder.path(c.page);
     const std::string way = path_to_remember(page, folder.path(c.file));
     EXPECT_EQ(way, c.remembered) << c.name;
-    EXPECT_EQ(read_file(path_of_source(page, way)), "1") << c.name;
+    EXPECT_EQ(outcome([&] { return read_file(path_of_source(page, way)); }), "1") << c.name;
   }
   EXPECT_EQ(path_of_source("p.html", "/a/b.csv"), "/a/b.csv");
   EXPECT_EQ(path_of_source("site/p.html", "..\\b.csv"), "site/../b.csv");

@@ -3,10 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <iterator>
 #include <random>
 #include <string>
+#include <vector>
 
+#include "applet/contents_reader.h"
 #include "authoring/cell_kind.h"
+#include "authoring/delimited_reading.h"
 #include "host/automation.h"
 
 namespace plexoras {
@@ -83,6 +87,9 @@ TEST(GuessDelimited, FindsTheSettingsOfRealTables) {
       {"one year", "Year,ppm\n1958,315.3\n", ", row column"},
       {"years above", "Region,2019,2020\nNorth,1,2\nSouth,3,4\n", ", row column"},
       {"years above and beside", "Region,2019,2020\n1990,1,2\n1991,3,4\n", ", row column"},
+      {"years above small counts", "Region,2019,2020,2021\nNorth,1,2,3\nSouth,2,3,4\n", ", row column"},
+      {"numbers beside an empty corner", ",10,20\nx,1,2\ny,3,4\n", ", row column"},
+      {"values beside an empty label", ",1.5,2.5\nx,3,4\ny,5,6\n", ", column"},
       {"an empty corner", ",Q1,Q2\n7,1,2\n3,3,4\n", ", row column"},
       {"numbered rows", "1,10\n2,35\n3,12\n", ", column"},
       {"no numbered rows", "1,2\n2,3\n3,4\n", ","},
@@ -116,6 +123,8 @@ TEST(GuessDelimited, FindsTheSettingsOfRealTables) {
        "12\n\xCA\xE0\xE7\xE0\xED\xFC;1\n\xD1\xE0\xED\xEA\xF2-"
        "\xCF\xE5\xF2\xE5\xF0\xE1\xF3\xF0\xE3;5\n",
        "; row column windows-1251"},
+      {"a little Greek", "\xD0\xFC\xEB\xE7;n\n\xC1\xE8\xDE\xED\xE1;5\n", "; row column ISO-8859-7"},
+      {"western of DOS", "Stadt;n\nZ\x81rich;5\n", "; row column IBM850"},
       {"a mark and then nonsense",
        "\xEF\xBB\xBF"
        "a;b\n\xFF;1\n",
@@ -167,11 +176,12 @@ TEST(GuessDelimited, GoesByWholeLinesOfACutSample) {
   EXPECT_EQ(settings(guess_delimited("x;1\n\xC3\xB6;1\nx\xC3", false)), "; column") << "cut in a character";
 }
 
-// Whatever the bytes, there is a format that can be imported with, and the bytes mean something in the encoding.
-TEST(GuessDelimited, NeverFails) {
+// Whatever the text, there is a format that can be imported with.
+TEST(GuessDelimited, RefusesNothingButWhatIsNoText) {
   std::mt19937 random(20);
   const auto below = [&random](std::size_t limit) { return static_cast<std::size_t>(random()) % limit; };
   const std::string alphabets[] = {",;\t| \"'\r\n12a", std::string("\0\xFF\xFE\n,1", 6), "\xEF\xBB\xBF\xC3\xA4,\n\"1"};
+  int refused = 0;
   for (int round = 0; round < 1000; ++round) {
     std::string bytes;
     for (std::size_t i = below(200); i > 0; --i) {
@@ -179,9 +189,46 @@ TEST(GuessDelimited, NeverFails) {
       bytes += below(4) == 0 ? static_cast<char>(below(256)) : alphabet[below(alphabet.size())];
     }
     for (const bool is_whole : {false, true}) {
-      const DelimitedGuess guess = guess_delimited(bytes, is_whole);
-      ASSERT_FALSE(guess.format.delimiter.empty());
-      ASSERT_EQ(guess.choices.size(), 5U);
+      try {
+        const DelimitedGuess guess = guess_delimited(bytes, is_whole);
+        ASSERT_FALSE(guess.format.delimiter.empty());
+        ASSERT_EQ(guess.choices.size(), 5U);
+      } catch (const AutomationError& error) {
+        ASSERT_TRUE(error.description().starts_with("this is no text: ")) << error.description();
+        ++refused;
+      }
+    }
+  }
+  EXPECT_GT(refused, 0);
+  EXPECT_LT(refused, 2000);
+}
+
+TEST(GuessDelimited, WarnsOfQualifiersThatTheImportReadsOtherwise) {
+  const auto warned_lines = [](std::string_view text) {
+    std::string lines;
+    for (const ImportWarning& warning : guess_delimited(text, true).warnings) lines += std::to_string(warning.line);
+    return lines;
+  };
+  EXPECT_EQ(warned_lines("a,b\n\"x, y\",1\n"), "");
+  EXPECT_EQ(warned_lines("a,b\n\"x, y\",1\n\"the \"\"best\"\"\",2\n\"a \"\"\",2\n\"\",3\n"), "3");
+  EXPECT_EQ(warned_lines("a,b\n\"x, y\",1\n\"x, z\",1\n\"x\ny\",2\n\"c\",2\n"), "4");
+}
+
+// What is guessed from are the fields that the import will make.
+TEST(DelimitedReading, CutsLinesAsTheImportDoes) {
+  std::mt19937 random(16);
+  const std::string_view parts[] = {",", ",", "\"", "\"", "a", ":", "::", "\xC2\xA7", "\xC2", " "};
+  for (int round = 0; round < 5000; ++round) {
+    std::string line = "a";
+    for (std::size_t i = random() % 12; i > 0; --i) line += parts[random() % std::size(parts)];
+    line.erase(0, random() % 2);
+    for (const char* const delimiter : {",", "::", "\xC2\xA7"}) {
+      if (line.empty()) continue;
+      DelimitedImport import({.delimiter = delimiter, .qualifier = "\""});
+      import.add(line);
+      std::vector<std::string> fields;
+      for (const DelimitedField& field : split(line, delimiter, "\"").fields) fields.emplace_back(field.text);
+      ASSERT_EQ(fields, read_contents(import.finish().take_text()).values) << line << " at " << delimiter;
     }
   }
 }

@@ -123,6 +123,7 @@ class CommandLine(ToolTest):
             (["set", "p.html", "--first-row"], "--first-row requires --csv"),
             (["set", "p.html", "--csv", "-", "--from", "-"], "standard input is read once: --from or --csv"),
             (["import"], "FILE is required"),
+            (["import", "x.csv", "--first-row=maybe"], "--first-row: takes no value, or true or false"),
             (["import", "x.csv", "--delimiter", ""], "--delimiter: must not be empty"),
             (["publish", "p.html", "-o", ""], "--output: must not be empty"),
             (["publish", "p.html", "--color", "blue"], "auto"),
@@ -532,7 +533,7 @@ class Import(ToolTest):
             (b"a::b\n1::2\n", ["--delimiter", "::"], document("", [None] * 2, [], ["a", ":b", "1", ":2"])),
             (b"'a|'|b", ["--delimiter=pipe", "--qualifier", "'"], document("", [None], [], ["a|", "b"])),
             (b'"a b"x c', ["--delimiter", "blank", "--qualifier=doublequote"], document("", [None], [], ["a b", "c"])),
-            (b"\xff\0,<\t", [], document("", [None], [], ["\0", "&lt;&tab;"]).replace(b"\0", b"\xff\0")),
+            (b"\xc3\xa9,<\t", [], document("", [None], [], ["\u00e9", "&lt;&tab;"])),
             ("\u00e9,b".encode("utf-16"), ["--encoding", "utf-16"], document("", [None], [], ["\u00e9", "b"])),
         ]
         for data, flags, expected in cases:
@@ -575,12 +576,15 @@ class Import(ToolTest):
         os.mkdir(self.path("folder"))
         self.write("d.csv", b"a,b\n\n1,2\n")
         self.write("cut.csv", b"a\0b")
+        self.write("zip.csv", b"PK\x03\x04\x14,\xff")
         cases = [
             (["none.csv"], "File not found: none.csv: "),
             (["folder"], "Path/File access error: folder: Is a directory"),
             (["d.csv", "--first-col"], "d.csv:2: "),
             (["cut.csv", "--encoding", "UTF-16LE"], "cut.csv: "),
             (["d.csv", "--encoding", "UTF-9"], ""),
+            (["zip.csv", "--guess"], "zip.csv: this is no text: it begins as a spreadsheet or another ZIP archive "
+                                     "does; save it as CSV"),
             (["d.csv", "--guess", "--encoding", "UTF-9"], ""),
         ]
         if os.geteuid() != 0:
@@ -597,10 +601,12 @@ class Import(ToolTest):
 
     def test_warnings(self):
         cases = [
-            (b"\xef\xbb\xbfa", [], b"d.csv: warning: the bytes are taken as they are, and they begin with the mark of "
-                                   b"UTF-8; give --encoding UTF-8 or --guess\n"),
-            (b"\xff\xfea\0", [], b"mark of UTF-16;"),
-            (b"\xff\xfe\0\0", [], b"mark of UTF-32;"),
+            (b"\xef\xbb\xbfa", [], b"d.csv:1: warning: the bytes are taken as they are, and they begin with the mark "
+                                   b"of UTF-8; give --encoding UTF-8 or --guess\n"),
+            (b"\xff\xfea\0", [], b"mark of UTF-16LE;"),
+            (b"\xff\xfe\0\0", [], b"mark of UTF-32LE;"),
+            (b"\xff\0", [], b"d.csv: warning: this is no text: it holds the control character 0x00 at offset 1;"),
+            (b"\xe9", [], b"d.csv:1: warning: the bytes are taken as they are, and these are no UTF-8;"),
             (b"a", ["--qualifier", "quote"], b'd.csv: warning: no field can begin with the qualifier "quote"'),
         ]
         for data, flags, message in cases:
@@ -609,6 +615,12 @@ class Import(ToolTest):
             self.assertEqual((result.returncode, result.stdout),
                              (0, b"<xml><rows><row/></><cols></><data><value>%s</></></xml>" % data))
             self.assertIn(message, result.stderr)
+            direct = result.stderr
+            result = self.run_tool("import", "d.csv", *flags, "--json")
+            (warning,) = json.loads(result.stderr)["warnings"]
+            self.assertIn(warning["message"].encode(), direct)
+            (row,) = self.json("new", "p.html", "--name", "A", "-n", "--csv", "d.csv", *flags)
+            self.assertEqual(row["data"]["warnings"], [warning])
 
 
 class DataSources(ToolTest):
@@ -630,6 +642,9 @@ class DataSources(ToolTest):
         self.assertEqual(self.source_of("site/p.html"),
                          {"DATASOURCE": "data/s.csv", "DATALABELS": "first-row first-col"})
 
+        self.assertNotIn(b"DATA", self.done("get", "site/p.html", "--changed"), "a copy has no file to follow")
+
+        self.done("set", "site/p.html", "colTitle=quarter")
         result = self.run_tool("set", "site/p.html#A", "--csv", self.path("t.tab"), "--delimiter", "tab",
                                "--qualifier", "singlequote", "--encoding", "UTF-8", "DATALABELS=first-col")
         self.assertEqual(result.stderr, b'site/p.html: control "A": data imported, 1 property set\n')
@@ -637,7 +652,7 @@ class DataSources(ToolTest):
             "DATASOURCE": "../t.tab", "DATADELIMITER": "tab", "DATAQUALIFIER": "singlequote",
             "DATALABELS": "first-col", "DATAENCODING": "UTF-8"})
         self.assertEqual(self.done("get", "site/p.html", "Contents"),
-                         document("", [None], [], ["a&tab;b", "1"]) + b"\n")
+                         document("", [None], [], ["a&tab;b", "1"]).replace(b"<cols>", b"<cols>quarter") + b"\n")
         self.assertEqual(self.done("refresh", "site"), b"site/p.html#A: -1 column, 1 cell changed, labels changed\n")
 
         (row,) = self.json("set", "site/p.html", "--csv", "site/data/s.csv", "--guess")
@@ -729,7 +744,7 @@ class DataSources(ToolTest):
         expected = [
             r'p\.html:\d+:1: error: control "B": Cannot Import File: File not found: none\.csv.*; put the file there',
             r'p\.html:\d+:1: error: control "C": DATALABELS takes first-row, .*, not "top"',
-            r'p\.html:\d+:1: error: control "D": Cannot Import File: ',
+            r'p\.html:\d+:1: error: control "D": DATAENCODING: There is no encoding',
             r'p\.html:\d+:1: error: control "E": DATASOURCE: \.: this is no file that holds data',
             r'p\.html:\d+:1: error: control "G": there is no control',
             r"q\.html:1:1: error: ",
