@@ -29,6 +29,7 @@ constexpr PropertyDefault defaults[] = {
     {"FormatLanguage", "en"},
     {"FormatCountry", "US"},
     {"FormatPattern", "#,##0.00"},
+    {"FormatDateStyle", "2"},
     {"RowSelection", "-1"},
     {"ColSelection", "-1"},
     {"ForegroundColor", "black"},
@@ -158,7 +159,8 @@ struct DiagramApplet::Members {
   };
 };
 
-DiagramApplet::DiagramApplet() : style_(default_style()) {
+DiagramApplet::DiagramApplet(std::shared_ptr<LocaleLists> locales)
+    : style_(default_style()), formats_(std::move(locales)) {
   table_.on_selection_change = [this] { selection_changed_ = true; };
 }
 
@@ -197,7 +199,8 @@ void DiagramApplet::put(std::string_view member, const Variant& value) {
 }
 
 Variant DiagramApplet::call(std::string_view member, Arguments arguments) {
-  Variant result = naming(member, [&] {
+  Variant result = naming(member, [&]() -> Variant {
+    if (FormatMembers::has(member)) return formats_.call(member, arguments, style_);
     return is_table_member(member) ? call_table_member(table_, member, arguments)
                                    : call_member(*this, Members::rows, member, arguments, diagram_applet_identifier);
   });
@@ -210,7 +213,8 @@ Variant DiagramApplet::call_by_id(std::int32_t dispatch_id) {
 }
 
 void register_diagram_applet(ComponentRegistry& components) {
-  components.add(std::string(diagram_applet_identifier), [] { return std::make_shared<DiagramApplet>(); });
+  components.add(std::string(diagram_applet_identifier),
+                 [locales = std::make_shared<LocaleLists>()] { return std::make_shared<DiagramApplet>(locales); });
 }
 
 }  // namespace plexoras

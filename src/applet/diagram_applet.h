@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "applet/format_members.h"
 #include "applet/table_model.h"
 #include "chart_control/chart_component.h"
 #include "host/automation.h"
@@ -40,6 +41,7 @@ inline constexpr std::string_view diagram_applet_identifier = chart_component::i
 /// | `Visible` | Boolean |
 /// | `UseSampleContents()` | replaces the data by a small table, labelled on both sides, that suits every chart type |
 /// | `FormatXml(flag, text)` | the document without line breaks between elements; a true flag escapes it for HTML |
+/// | every row of `FormatMembers` | lists for a number and date format, and a sample of it |
 /// | `getFontList()` | names of font families for `FontName` |
 /// | `Refresh()`, dispatch identifier 367 | repaints |
 ///
@@ -72,7 +74,8 @@ public:
   /// The dispatch identifier of `Refresh`.
   static constexpr std::int32_t refresh_id = chart_component::repaint_id;
 
-  DiagramApplet();
+  /// `locales` may serve many charts, and then each list in it is made only once.
+  explicit DiagramApplet(std::shared_ptr<LocaleLists> locales = std::make_shared<LocaleLists>());
   DiagramApplet(const DiagramApplet&) = delete;
   DiagramApplet& operator=(const DiagramApplet&) = delete;
 
@@ -90,6 +93,7 @@ private:
   void tell_selection_change();
 
   std::vector<Variant> style_;  // one value for each row of style_properties()
+  FormatMembers formats_;
   TableModel table_;
   ObjectRef event_sink_;
   bool selection_changed_ = false;  // and the event sink is yet to be told

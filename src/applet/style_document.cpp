@@ -18,6 +18,7 @@ constexpr std::string_view documents[] = {"XmlStyle", "XmlContents", "CsvContent
 
 // What the chart component has beyond the control's properties.
 constexpr StyleProperty own_properties[] = {
+    {"FormatDateStyle", ValueType::Long},
     {"negativeForeColor", ValueType::String},
 };
 

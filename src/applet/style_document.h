@@ -17,7 +17,7 @@ struct StyleProperty {
 };
 
 /// The properties of the style document in its order: those of the chart that are single values (neither the
-/// contents nor the style itself), then `negativeForeColor`. Lives as long as the program.
+/// contents nor the style itself), then `FormatDateStyle` and `negativeForeColor`. Lives as long as the program.
 std::span<const StyleProperty> style_properties();
 
 /// The row of `name` in `style_properties()`, or their number when there is none.

@@ -2,6 +2,7 @@
 
 #include "chart_control/chart_component.h"
 #include "chart_control/diagram_dtc.h"
+#include "chart_control/template_dtc.h"
 
 namespace plexoras {
 namespace {
@@ -13,6 +14,7 @@ std::unique_ptr<DesignTimeControl> make_control(TemplateSession& session, Contro
 
 constexpr ControlType types[] = {
     {DiagramDTC::identifier, "chart", make_control<DiagramDTC>},
+    {TemplateDTC::identifier, "template", make_control<TemplateDTC>},
 };
 
 }  // namespace

@@ -14,7 +14,7 @@ namespace plexoras {
 /// A kind of control that can stand in a page.
 struct ControlType {
   std::string_view identifier;
-  std::string_view short_name;  ///< for command lines: "chart"
+  std::string_view short_name;  ///< for command lines: "chart", "template"
   std::unique_ptr<DesignTimeControl> (*make)(TemplateSession& session, ControlSite& site);
 };
 

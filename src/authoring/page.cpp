@@ -193,9 +193,10 @@ Page Page::parse(std::string path, std::string bytes) {
     Control control{RecordReader(page.bytes_, span, scanned.problems).read(), span, places.place(span.begin)};
     const auto [earlier, is_new] = lines_by_name.emplace(control.record.name, control.place.line);
     if (!is_new && !control.record.name.empty()) {
-      scanned.problems.push_back({span.begin, "the name \"" + control.record.name +
-                                                  "\" is taken by the control in line " +
-                                                  std::to_string(earlier->second) + "; give this one another"});
+      scanned.problems.push_back({span.begin,
+                                  "the name \"" + control.record.name + "\" is taken by the control in line " +
+                                      std::to_string(earlier->second) + "; give this one another",
+                                  true});
     }
     page.controls_.push_back(std::move(control));
   }
@@ -204,7 +205,7 @@ Page Page::parse(std::string path, std::string bytes) {
               [](const SpanProblem& a, const SpanProblem& b) { return a.at < b.at; });
     std::vector<PageProblem> problems;
     for (SpanProblem& problem : scanned.problems) {
-      problems.push_back({page.path_, places.place(problem.at), std::move(problem.what)});
+      problems.push_back({page.path_, places.place(problem.at), std::move(problem.what), problem.is_name_taken});
     }
     throw PageError(std::move(problems));
   }

@@ -18,6 +18,7 @@ struct PageProblem {
   std::string path;
   TextPlace place;
   std::string what;
+  bool is_name_taken = false;  ///< by another control of the page, and otherwise all is well
 };
 
 /// "path:line:col: error: what".

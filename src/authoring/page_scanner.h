@@ -22,10 +22,11 @@ struct ControlSpan {
   bool in_comment = false;  ///< its opening comment ends an ordinary one that it stands in
 };
 
-/// A mark that cannot be read, and why.
+/// A mark that cannot be read, and why; or one whose name another has.
 struct SpanProblem {
   std::size_t at = 0;
   std::string what;
+  bool is_name_taken = false;
 };
 
 struct ScannedPage {

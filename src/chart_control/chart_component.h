@@ -18,6 +18,18 @@ namespace plexoras {
 /// | `FormatXml` | call (Boolean, String) | a document normalised for embedding in a page |
 /// | `isValidXmlContents` | call (String) | Boolean: whether `XmlContents` takes the text |
 /// | `getFontList` | call () | a list of texts |
+///
+/// The page for number and date formats needs besides:
+///
+/// | member | form | meaning |
+/// |---|---|---|
+/// | `FormatDateStyle` | get, put Long | 0 full, 1 long, 2 medium, 3 short |
+/// | `getLanguages`, `getCountries`, `getVariants` | call () | lists of "code-name": all, of the language, of both |
+/// | `chooseLanguage`, `chooseCountry` | call (String) | sets the code, and what must follow from it |
+/// | `formatSample` | call (String) | the text as the chart shows such a value |
+///
+/// `FormatPattern` is the author's own pattern whatever the format type is. It may be half typed: neither putting it
+/// nor formatting with it fails.
 namespace chart_component {
 
 inline constexpr std::string_view identifier = "Plexoras.DiagramApplet";

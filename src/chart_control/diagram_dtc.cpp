@@ -1,9 +1,8 @@
 #include "chart_control/diagram_dtc.h"
 
-#include <algorithm>
-
 #include "chart_control/chart_component.h"
-#include "chart_control/format_defaults.h"
+#include "host/format_defaults.h"
+#include "template/lookup_table.h"
 
 namespace plexoras {
 namespace {
@@ -136,14 +135,7 @@ void DiagramDTC::put_ratio(std::string_view key, std::string_view notified_as, c
 
 std::shared_ptr<Dictionary> DiagramDTC::GetLookupTable(std::string_view name) {
   if (constants_ == nullptr) constants_ = GetSectionVariables(session_, template_file, constSpecSection);
-  auto table = std::make_shared<Dictionary>();
-  for (std::int32_t i = 0; i < constants_->Count(); ++i) {
-    const std::string_view key = constants_->keyAtIndex(i);
-    if (!key.starts_with(name)) continue;
-    // Kept: the character behind the table's name is passed over whatever it is.
-    table->atPut(key.substr(std::min(name.size() + 1, key.size())), constants_->valueAtIndex(i));
-  }
-  return table;
+  return lookup_table(*constants_, name);
 }
 
 Variant DiagramDTC::get(std::string_view member) {

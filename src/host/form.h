@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -52,7 +53,15 @@ private:
   FormControl* enclosing_control_ = nullptr;
 };
 
-/// What all controls have. A control is state and events, without a place on the screen; a form layer draws it.
+/// Where a control is wanted in its container, and how large, in pixels. A form layer decides what is left open.
+struct Placement {
+  std::optional<int> left = {};
+  std::optional<int> top = {};
+  std::optional<int> width = {};
+  std::optional<int> height = {};
+};
+
+/// What all controls have. A control is state and events; a form layer gives it a place on the screen and draws it.
 ///
 /// Whoever uses the form acts through the functions whose names begin with `user_`. They do nothing and answer false
 /// when the control cannot be used, and otherwise do what code does with the other functions: the same change
@@ -75,6 +84,7 @@ public:
   std::string caption;
   bool enabled = true;
   bool visible = true;
+  Placement placement;  ///< for form layers
 
 private:
   ControlContainer& container_;
@@ -150,6 +160,7 @@ public:
 
   bool locked = false;      ///< shows its text, but a user cannot change it
   bool multi_line = false;  ///< for form layers: the text may have several lines
+  bool is_color = false;    ///< for form layers: the text names a colour
   std::size_t caret = 0;    ///< for form layers: the byte before which typing goes on
 
   const std::string& text() const { return text_; }

@@ -18,6 +18,13 @@ struct SourceLocation {
   std::size_t column = 0;
 };
 
+/// A definition that a run over a section has made.
+struct Definition {
+  std::string name;
+  SourceLocation value;     ///< where its value begins in its file; for a line that a macro made, the call's place
+  std::string source_line;  ///< the line at `value`, as it stands in its file
+};
+
 /// What went wrong in a template, where, and which inclusions and macro calls led there.
 struct Diagnostic {
   enum class Severity { Error, Warning };

@@ -70,7 +70,10 @@ std::shared_ptr<Dictionary> IniSection::GetVariables() {
 void IniSection::Preprocess() {
   result_.clear();
   failed_ = true;  // should the run be ended by what is not its own
-  failed_ = !Preprocessor(session_, *variables_, references_, file_name_).run(raw_, result_);
+  Preprocessor run(session_, *variables_, references_, file_name_);
+  run.note_definitions(definitions_);
+  if (steps_from_start_) run.step_from_start();
+  failed_ = !run.run(raw_, result_);
 }
 
 std::shared_ptr<Dictionary> GetSectionVariables(TemplateSession& session, std::string_view file,

@@ -51,6 +51,12 @@ public:
   std::string Find(std::string_view name) { return references_.Find(name); }
   bool isAbsent(std::string_view name) { return references_.isAbsent(name); }
 
+  /// Has the runs to come note in `to`, which outlives them, where each variable was defined.
+  void note_definitions(std::vector<Definition>& to) { definitions_ = &to; }
+
+  /// Has the runs to come stop before their first line of text or macro call, as behind a `#HALT`.
+  void step_from_start() { steps_from_start_ = true; }
+
   void Preprocess();
   /// Whether the last preprocessing ended in a failure.
   bool failed() const { return failed_; }
@@ -66,6 +72,8 @@ private:
   std::string joined_;  // behind `raw_` when it is not a section of a file as it stands
   std::vector<LineMark> joined_marks_;
   std::string result_;
+  std::vector<Definition>* definitions_ = nullptr;
+  bool steps_from_start_ = false;
   bool failed_ = false;
 };
 

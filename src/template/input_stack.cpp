@@ -234,23 +234,44 @@ SourceLocation InputStack::location(const char* at) const {
   if (at == nullptr || input != &inputs_[line_input_]) return location;
 
   const auto logical = static_cast<std::size_t>(at - line_.data());
-  location.column = 1;
-  if (line_.data() != line_buffer_.data()) {
-    location.column += logical;
-    return location;
-  }
+  const std::vector<LinePlace> all = places();
+  const LinePlace& place =
+      *(std::upper_bound(all.begin(), all.end(), logical,
+                         [](std::size_t wanted, const LinePlace& p) { return wanted < p.offset; }) -
+        1);
+  location.line = place.line;
+  location.column = place.column + (logical - place.offset);
+  return location;
+}
+
+std::vector<LinePlace> InputStack::places() const {
+  const Input& input = inputs_[line_input_];
+  std::vector<LinePlace> places = {{0, location_in(input).line, 1}};
+  if (line_.data() != line_buffer_.data()) return places;
   const std::string_view whole = raw_line();
-  for (std::size_t i = 0, seen = 0; i < whole.size() && seen < logical; ++i) {
+  LinePlace present = places.front();
+  for (std::size_t i = 0; i < whole.size() && present.offset < line_.size(); ++i) {
     if (whole.substr(i).starts_with("\\\r\n")) {
       i += 2;
-      ++location.line;
-      location.column = 1;
+      present = {present.offset, line_behind(input, present.line, input.line_start + i + 1), 1};
+      // What the line before gave nothing to is not a place in it.
+      if (places.back().offset == present.offset) places.pop_back();
+      places.push_back(present);
     } else {
-      seen += whole[i] == '\t' ? 5 : 1;
-      ++location.column;
+      present.offset += whole[i] == '\t' ? 5 : 1;
+      ++present.column;
+      if (whole[i] == '\t') places.push_back(present);
     }
   }
-  return location;
+  return places;
+}
+
+// The number of the line that begins at `offset`, behind line `line`. Comments may stand between the two.
+std::size_t InputStack::line_behind(const Input& input, std::size_t line, std::size_t offset) {
+  if (input.marks == nullptr) return line + 1;
+  const auto mark = std::lower_bound(input.marks->begin(), input.marks->end(), offset,
+                                     [](const LineMark& m, std::size_t wanted) { return m.offset < wanted; });
+  return mark != input.marks->end() && mark->offset == offset ? mark->line : line + 1;
 }
 
 std::string InputStack::source_line(const SourceLocation& where) const {
@@ -261,9 +282,9 @@ std::string InputStack::source_line(const SourceLocation& where) const {
     return inputs_[index].finished_line;
   }
   std::size_t start = input->line_start;
-  const std::size_t first_line = location_in(*input).line;
-  for (std::size_t line = first_line; line < where.line && start < input->text.size(); ++line) {
+  for (std::size_t line = location_in(*input).line; line < where.line && start < input->text.size();) {
     start += line_at(input->text, start).size() + line_break.size();
+    line = line_behind(*input, line, start);
   }
   return std::string(line_at(input->text, std::min(start, input->text.size())));
 }

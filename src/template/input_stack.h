@@ -12,6 +12,13 @@
 
 namespace plexoras {
 
+/// From byte `offset` of a line on, the bytes stand in their file from this place on.
+struct LinePlace {
+  std::size_t offset = 0;
+  std::size_t line = 0;
+  std::size_t column = 0;
+};
+
 /// The texts that a preprocessor is reading, one inside the other: what an inclusion or a macro call brings in is
 /// pushed on top and read next, and the text below goes on when it is used up.
 ///
@@ -51,6 +58,9 @@ public:
   std::string context() const;
   /// Where `at`, a place in `line()`, stands in its file. Lines made by a macro stand where it was called.
   SourceLocation location(const char* at) const;
+  /// The places of `line()` in its file, by rising offset: one for the line itself, and one more behind each TAB and
+  /// wherever it goes on in the next line. For a line that stands in a file.
+  std::vector<LinePlace> places() const;
   /// The line of the file at `where`, a result of `location`, as it stands there.
   std::string source_line(const SourceLocation& where) const;
   /// The calls that led here, innermost first.
@@ -84,6 +94,7 @@ private:
   std::string_view read_physical_line(Input& input);
   void join_continued_lines();
   static SourceLocation location_in(const Input& input);
+  static std::size_t line_behind(const Input& input, std::size_t line, std::size_t offset);
   const Input* input_in_file() const;
   std::string_view raw_line() const { return pieces_[(piece_count_ - 1) % pieces_.size()].text; }
 

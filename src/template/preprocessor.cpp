@@ -57,14 +57,35 @@ std::string what_failed(RunTimeError number, const std::string& description, con
 
 // Tried from top to bottom. Kept: those without a blank at the end match longer words too, so "#ENDIFS" is an
 // #ENDIF, while "#DEFINEX" is a call.
-const Preprocessor::Directive Preprocessor::directives[] = {
-    {"#HALT", &Preprocessor::halt},         {"#INCLUDE ", &Preprocessor::include},
-    {"#DEFINE ", &Preprocessor::define},    {"#MACRO ", &Preprocessor::macro},
-    {"#UNDEF ", &Preprocessor::undefine},   {"#IFINSIDE", &Preprocessor::if_inside},
-    {"#IFEQUAL ", &Preprocessor::if_equal}, {"#IFNEQUAL", &Preprocessor::if_not_equal},
-    {"#IFDEF ", &Preprocessor::if_defined}, {"#IFUNDEF ", &Preprocessor::if_undefined},
-    {"#ELSE", &Preprocessor::otherwise},    {"#ENDIF", &Preprocessor::end_if},
+const Preprocessor::DirectiveRow Preprocessor::directives[] = {
+    {DirectiveKind::Halt, "#HALT", &Preprocessor::halt},
+    {DirectiveKind::Include, "#INCLUDE ", &Preprocessor::include},
+    {DirectiveKind::Define, "#DEFINE ", &Preprocessor::define},
+    {DirectiveKind::Macro, "#MACRO ", &Preprocessor::macro},
+    {DirectiveKind::Undefine, "#UNDEF ", &Preprocessor::undefine},
+    {DirectiveKind::IfInside, "#IFINSIDE", &Preprocessor::if_inside},
+    {DirectiveKind::IfEqual, "#IFEQUAL ", &Preprocessor::if_equal},
+    {DirectiveKind::IfNotEqual, "#IFNEQUAL", &Preprocessor::if_not_equal},
+    {DirectiveKind::IfDefined, "#IFDEF ", &Preprocessor::if_defined},
+    {DirectiveKind::IfUndefined, "#IFUNDEF ", &Preprocessor::if_undefined},
+    {DirectiveKind::Else, "#ELSE", &Preprocessor::otherwise},
+    {DirectiveKind::EndIf, "#ENDIF", &Preprocessor::end_if},
 };
+
+const Preprocessor::DirectiveRow* Preprocessor::row_of(std::string_view line) {
+  // No keyword begins with another letter than these.
+  constexpr std::string_view first_letters = "HIDMUE";
+  if (line.size() < 2 || first_letters.find(line[1]) == std::string_view::npos) return nullptr;
+  for (const DirectiveRow& row : directives) {
+    if (line.starts_with(row.keyword)) return &row;
+  }
+  return nullptr;
+}
+
+Directive Preprocessor::directive_of(std::string_view line) {
+  const DirectiveRow* const row = row_of(line);
+  return row == nullptr ? Directive{DirectiveKind::Call, line.substr(0, 1)} : Directive{row->kind, row->keyword};
+}
 
 bool Preprocessor::run(SourceText source, std::string& output) {
   // Whatever ends the run, the one around it is the active one again.
@@ -144,15 +165,7 @@ void Preprocessor::skip_line(std::string_view line) {
 }
 
 void Preprocessor::handle_line(std::string_view line) {
-  // No keyword begins with another letter than these.
-  constexpr std::string_view first_letters = "HIDMUE";
-  if (line.size() < 2 || first_letters.find(line[1]) == std::string_view::npos) {
-    stop_for_step();
-    return call(line);
-  }
-  for (const Directive& directive : directives) {
-    if (line.starts_with(directive.keyword)) return (this->*directive.handle)(line.substr(directive.keyword.size()));
-  }
+  if (const DirectiveRow* const row = row_of(line)) return (this->*row->handle)(line.substr(row->keyword.size()));
   stop_for_step();
   call(line);
 }
@@ -207,14 +220,19 @@ void Preprocessor::include(std::string_view rest) {
 void Preprocessor::define(std::string_view rest) {
   argument_.clear();
   references_.substitute(trimmed(rest), argument_);
-  store(argument_, "#DEFINE NAME value");
+  store(argument_, rest, "#DEFINE NAME value");
 }
 
-void Preprocessor::macro(std::string_view rest) { store(trimmed(rest), "#MACRO NAME body"); }
+void Preprocessor::macro(std::string_view rest) { store(trimmed(rest), rest, "#MACRO NAME body"); }
 
-void Preprocessor::store(std::string_view argument, std::string_view form) {
+// `rest` is the argument as it stands in the line.
+void Preprocessor::store(std::string_view argument, std::string_view rest, std::string_view form) {
   const BlankSplit split = split_or_fail(argument, form);
   variables_.atPut(split.first, without_quotes(split.rest));
+  if (definitions_ == nullptr) return;
+  const BlankSplit written = split_at_blank(trimmed(rest));
+  const SourceLocation where = input_->location(written.found ? written.rest.data() : rest.data());
+  definitions_->push_back({std::string(split.first), where, input_->source_line(where)});
 }
 
 void Preprocessor::undefine(std::string_view rest) {

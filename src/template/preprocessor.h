@@ -4,7 +4,9 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "template/directive.h"
 #include "template/input_stack.h"
 #include "template/references.h"
 #include "template/template_session.h"
@@ -30,17 +32,28 @@ public:
   Preprocessor(const Preprocessor&) = delete;
   Preprocessor& operator=(const Preprocessor&) = delete;
 
+  /// Has every `#DEFINE` and `#MACRO` of the run noted in `to`, in the order made.
+  void note_definitions(std::vector<Definition>* to) { definitions_ = to; }
+
+  /// Has the run stop before its first line of text or macro call, as behind a `#HALT`.
+  void step_from_start() { step_mode_ = true; }
+
   /// Runs over `source` and writes what comes out to `output`, which is left empty when the run fails. Whether it
   /// went well.
   bool run(SourceText source, std::string& output);
 
+  /// What `line`, which begins with "#", is.
+  static Directive directive_of(std::string_view line);
+
 private:
   using Handler = void (Preprocessor::*)(std::string_view rest);
-  struct Directive {
+  struct DirectiveRow {
+    DirectiveKind kind;
     std::string_view keyword;
     Handler handle;
   };
-  static const Directive directives[];
+  static const DirectiveRow directives[];
+  static const DirectiveRow* row_of(std::string_view line);
 
   // Slots 0 to 128 of the condition stack.
   static constexpr std::size_t levels = 129;
@@ -66,7 +79,7 @@ private:
 
   bool skipping() const { return skipping_[level_]; }
   void open_level(bool skip);
-  void store(std::string_view argument, std::string_view keyword);
+  void store(std::string_view argument, std::string_view rest, std::string_view form);
   bool value_differs(std::string_view rest, std::string_view keyword);
   void stop_for_step();
   bool ask_to_halt();
@@ -78,6 +91,7 @@ private:
   Dictionary& variables_;
   References& references_;
   const std::string& file_name_;
+  std::vector<Definition>* definitions_ = nullptr;
 
   Preprocessor* outer_ = nullptr;  // the run whose bracketed reference asked for this one
   std::optional<InputStack> input_;

@@ -11,16 +11,6 @@ namespace {
 
 constexpr std::size_t npos = std::string_view::npos;
 
-// The next "$(" or "#(" at or behind `from`, escaped or not.
-std::size_t next_reference(std::string_view text, std::size_t from) {
-  for (std::size_t at = from + 1; (at = text.find('(', at)) != npos; ++at) {
-    if (text[at - 1] == '$' || text[at - 1] == '#') return at - 1;
-  }
-  return npos;
-}
-
-bool is_escaped(std::string_view text, std::size_t at) { return at > 0 && text[at - 1] == '\\'; }
-
 std::size_t next_unescaped_reference(std::string_view text, std::size_t from) {
   std::size_t at = next_reference(text, from);
   while (at != npos && is_escaped(text, at)) at = next_reference(text, at + 2);
@@ -130,6 +120,15 @@ std::string stepped(std::string_view name, std::string_view argument, std::int64
 }
 
 }  // namespace
+
+std::size_t next_reference(std::string_view text, std::size_t from) {
+  for (std::size_t at = from + 1; (at = text.find('(', at)) != npos; ++at) {
+    if (text[at - 1] == '$' || text[at - 1] == '#') return at - 1;
+  }
+  return npos;
+}
+
+bool is_escaped(std::string_view text, std::size_t at) { return at > 0 && text[at - 1] == '\\'; }
 
 std::string UrlEncode(std::string_view text) {
   std::string out;

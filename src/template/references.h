@@ -31,6 +31,11 @@ struct FromSplit {
 };
 FromSplit split_at_from(std::string_view text);
 
+/// The next "$(" or "#(" at or behind `from`, escaped or not; npos when there is none.
+std::size_t next_reference(std::string_view text, std::size_t from);
+/// Whether a "\" stands before the reference at `at`, so that it stands for itself.
+bool is_escaped(std::string_view text, std::size_t at);
+
 /// Expands the references in template text against a set of variables.
 ///
 ///     $(NAME)      the variable's value         $(?NAME)       NAME="value", or nothing when it is empty

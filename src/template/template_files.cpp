@@ -48,6 +48,12 @@ struct TemplateFiles::File {
   std::unordered_map<std::string_view, Section> sections;
 };
 
+FileLine kind_of_file_line(std::string_view line) {
+  if (line.empty()) return FileLine::Body;
+  if (line.front() == ';') return FileLine::Comment;
+  return line.front() == '[' && line.back() == ']' ? FileLine::Header : FileLine::Body;
+}
+
 TemplateFiles::TemplateFiles(const Platform& platform) : platform_(platform) {}
 TemplateFiles::~TemplateFiles() = default;
 
@@ -58,6 +64,10 @@ std::string JoinPath(std::string_view directory, std::string_view file) {
 }
 
 std::string TemplateFiles::LocateTemplateFile(std::string_view name) {
+  if (first_folder_) {
+    const std::string beside = JoinPath(*first_folder_, name);
+    if (platform_.files.can_read(beside)) return beside;
+  }
   const std::string installed = platform_.settings.read("Default", "PATH", "");
   const std::string candidates[] = {
       JoinPath(installed, "DTC\\" + std::string(name)),
@@ -96,9 +106,10 @@ void TemplateFiles::index(File& file) {
   std::size_t number = 0;
   while (const auto line = lines.next()) {
     ++number;
-    if (!line->empty() && line->front() == ';') {
+    const FileLine kind = kind_of_file_line(*line);
+    if (kind == FileLine::Comment) {
       contiguous = false;
-    } else if (!line->empty() && line->front() == '[' && line->back() == ']') {
+    } else if (kind == FileLine::Header) {
       open = &file.sections[line->substr(1, line->size() - 2)];
       contiguous = false;
     } else if (open != nullptr) {
@@ -130,6 +141,16 @@ SourceText TemplateFiles::section(std::string_view name, std::string_view sectio
   }
   if (!found->built) build(source, *found, stored_name);
   return {found->text, &found->marks};
+}
+
+bool TemplateFiles::has_section(std::string_view name, std::string_view section) {
+  return file(name)->sections.contains(section);
+}
+
+std::optional<std::string_view> TemplateFiles::bytes(std::string_view name) {
+  const File& source = *file(name);
+  if (source.path.empty()) return std::nullopt;
+  return source.bytes;
 }
 
 void TemplateFiles::build(const File& source, Section& section, std::string_view name) {

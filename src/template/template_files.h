@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -28,6 +29,10 @@ struct SourceText {
   const std::vector<LineMark>* marks = nullptr;  ///< by rising offset; none for text that comes from no file
 };
 
+/// What a line of a template file is.
+enum class FileLine { Header, Comment, Body };
+FileLine kind_of_file_line(std::string_view line);
+
 /// The template files of one request (or of one run of a program), each read and divided once.
 ///
 /// A template file is 8-bit text; its lines end in CR LF, CR or LF. A line "[NAME]" opens a section, a line
@@ -45,6 +50,10 @@ public:
   TemplateFiles& operator=(const TemplateFiles&) = delete;
   ~TemplateFiles();
 
+  /// Has files looked for in `folder` before all other places; the empty text is the present folder. To be called
+  /// before a file is read.
+  void look_first_in(std::string_view folder) { first_folder_ = folder; }
+
   /// The path of the template file `name`, or the empty text when there is none. Looked for in this order:
   /// folder DTC of the installation directory (setting "PATH" of section "Default"), the directory of the
   /// library's own files, and `name` as it stands.
@@ -56,6 +65,11 @@ public:
 
   /// `ReadSection` without a copy. `missing` is set when there is no such file.
   SourceText section(std::string_view name, std::string_view section, bool* missing = nullptr);
+
+  /// Whether the file has a section of that name, be it empty. False where there is no such file.
+  bool has_section(std::string_view name, std::string_view section);
+  /// The bytes of a file as they stand; nothing where there is no such file.
+  std::optional<std::string_view> bytes(std::string_view name);
 
   /// Bytes of all files read so far.
   std::size_t bytes_read() const { return bytes_read_; }
@@ -74,6 +88,7 @@ private:
 
   const Platform& platform_;
   std::unordered_map<std::string, std::unique_ptr<File>> files_by_name_;
+  std::optional<std::string> first_folder_;
   std::size_t bytes_read_ = 0;
   std::vector<std::string> paths_read_;
 };

@@ -29,7 +29,8 @@ TEST(LiveControl, BeginsWithTheDataItShows) {
   EXPECT_EQ(loaded.component()->get("XmlContents"), shown);
 
   EXPECT_EQ(outcome([&] { return LiveControl::make_new(author.session, "chat", "A").record().name; }),
-            "error 429: there is no control \"chat\" here; known: chart (PlexorasDTC.DiagramDTC)");
+            "error 429: there is no control \"chat\" here; known: chart (PlexorasDTC.DiagramDTC), "
+            "template (PlexorasDTC.TemplateDTC)");
 }
 
 TEST(ControlProperties, CoverThePlaceTheChartAndTheTemplate) {

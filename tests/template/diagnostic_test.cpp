@@ -29,6 +29,10 @@ TEST(Diagnostic, SaysWhatIsWrongAndWhere) {
        "T.DAT:4:3: error: \"[\" alone names no section; write [NAME] (error 5)\n"
        "  \te$([)\\\n"
        "  \t ^\n"},
+      {"in a line that goes on behind a comment", "[A]\na\\\n;c\n;c\nb$([)\n",
+       "T.DAT:5:2: error: \"[\" alone names no section; write [NAME] (error 5)\n"
+       "  b$([)\n"
+       "   ^\n"},
       {"behind comments and other sections", "[A]\na\n;c\n\n;c\n[B]\nb\n[A]\n;c\n#IFEQUAL X\n",
        "T.DAT:10:1: error: the directive needs more: write #IFEQUAL NAME value (error 5)\n"
        "  #IFEQUAL X\n"

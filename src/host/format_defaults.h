@@ -14,10 +14,15 @@ struct FormatDefaults {
   bool use_default_locale = true;
   std::string language = "en";
   std::string country = "US";
-  std::string variant;
+  std::string variant = {};
   std::string pattern = "#,##0.00";
 };
 
+/// What the store raises comes through, here and in `save_format_defaults`.
 FormatDefaults read_format_defaults(SettingsStore& settings);
+
+/// Saves them one after the other, in the order above. A type that is none of the five, such as 5 for dates, is left
+/// out: the one saved before stays.
+void save_format_defaults(SettingsStore& settings, const FormatDefaults& defaults);
 
 }  // namespace plexoras

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "applet/locale_lists.h"
+#include "applet/value_format.h"
+#include "host/automation.h"
+
+namespace plexoras {
+
+/// The members with which a chart component serves those who choose a format, beside the properties that keep it.
+/// A component has one; `docs/formats.md` explains the formats.
+///
+/// | member | does |
+/// |---|---|
+/// | `getLanguages()` | a list of entries "code-name": the languages that formats can be chosen from |
+/// | `getCountries()` | the same for the countries of `FormatLanguage` |
+/// | `getVariants()` | the same for the variants of these two; the empty entry is for none |
+/// | `chooseLanguage(code)` | sets `FormatLanguage`, and the likeliest country unless the language is at home in the
+/// old | | `chooseCountry(code)` | sets `FormatCountry` | | `formatSample(text)` | the text as the chart shows such a
+/// value, see `ValueFormat::show` |
+///
+/// After either choice a variant that there is none of here gives way to none. Putting the properties themselves, or a
+/// style document, changes nothing else, so that settings come back as they were saved.
+class FormatMembers {
+public:
+  /// `lists` may serve many components.
+  explicit FormatMembers(std::shared_ptr<LocaleLists> lists) : lists_(std::move(lists)) {}
+
+  static bool has(std::string_view member);
+  /// Calls a member that there is. `style` has one value for each row of `style_properties()`.
+  Variant call(std::string_view member, Arguments arguments, std::vector<Variant>& style);
+
+private:
+  std::shared_ptr<LocaleLists> lists_;
+  ValueFormat format_;
+};
+
+}  // namespace plexoras

@@ -1,0 +1,150 @@
+#include "authoring/check/page_check.h"
+
+#include <algorithm>
+
+#include "authoring/live_control.h"
+#include "authoring/page.h"
+#include "chart_control/chart_component.h"
+#include "chart_control/diagram_dtc.h"
+#include "contents/menu_document.h"
+
+namespace plexoras {
+namespace {
+
+// Reads the controls of one page, in order.
+class PageCheck {
+public:
+  PageCheck(TemplateSession& session, const Page& page) : session_(session), page_(page) {}
+
+  std::vector<Finding> check() {
+    for (const Page::Control& control : page_.controls()) check_control(control);
+    // Places are told fastest in their order.
+    std::stable_sort(found_.begin(), found_.end(), [](const Found& a, const Found& b) { return a.offset < b.offset; });
+    PlaceFinder places(page_.bytes());
+    std::vector<Finding> findings;
+    for (Found& found : found_) {
+      const TextPlace place = places.place(found.offset);
+      found.finding.line = place.line;
+      found.finding.column = place.column;
+      findings.push_back(std::move(found.finding));
+    }
+    return findings;
+  }
+
+private:
+  struct Found {
+    std::size_t offset;
+    Finding finding;
+  };
+
+  void check_control(const Page::Control& control) {
+    const std::size_t found_before = found_.size();
+    try {
+      if (find_control_type(control.record.identifier).identifier == DiagramDTC::identifier) check_chart(control);
+    } catch (const AutomationError& error) {
+      add(control, {}, "unknown-control", error.description(), "mend the identifier behind \"<!--dtc\"");
+    }
+    if (found_.size() > found_before) return;
+    try {
+      LiveControl(session_, control.record);
+    } catch (const AutomationError& error) {
+      add(control, {}, "unloadable-control", error.description(), {});
+    }
+  }
+
+  // The documents in the state of a chart.
+  void check_chart(const Page::Control& control) {
+    for (const auto& [key, value] : control.record.state) {
+      if (key == "XmlStyle") {
+        check_document(control, key, value, "XmlStyle", "refused-style");
+      } else if (key == "Contents" && !value.empty()) {
+        check_document(control, key, value, "XmlContents", "refused-contents");
+      } else if (key == "MENU") {
+        check_menu(control, value);
+      }
+    }
+  }
+
+  // `member` of the chart component takes the document.
+  void check_document(const Page::Control& control, std::string_view key, const std::string& document,
+                      std::string_view member, std::string_view rule) {
+    ObjectRef chart;
+    // Without a chart component nothing refuses; that is told when the control is loaded.
+    ignoring_errors([&] { chart = session_.platform.components.create(chart_component::identifier); });
+    if (chart == nullptr) return;
+    try {
+      chart->put(member, document);
+    } catch (const AutomationError& error) {
+      add(control, key, rule, "the chart refuses " + std::string(key) + ": " + error.description(),
+          "the place counts in the document, after its escapes are resolved; \"plexoras set\" writes a new one");
+    }
+  }
+
+  // As the menu builder judges its list.
+  void check_menu(const Page::Control& control, std::string_view document) {
+    try {
+      std::int16_t previous = -1;
+      for (const MenuNode& node : read_menu_document(document, Dictionary())) {
+        if (node.Level > previous + 1) {
+          add(control, "MENU", "refused-menu", "the menu entry \"" + node.Caption + "\" skips a level",
+              "close as many elements before it as were opened");
+          return;
+        }
+        previous = node.Level;
+      }
+    } catch (const AutomationError& error) {
+      add(control, "MENU", "refused-menu", error.description(), "make the menu anew with the menu builder");
+    }
+  }
+
+  // At the key of the control's state, or at its opening where the key is empty.
+  void add(const Page::Control& control, std::string_view key, std::string_view rule, std::string what,
+           std::string mend) {
+    Finding finding{.rule = find_check_rule(rule),
+                    .path = page_.path(),
+                    .what = "control \"" + control.record.name + "\": " + std::move(what),
+                    .mend = std::move(mend),
+                    .first_line = control.place.line};
+    found_.push_back({key.empty() ? control.span.begin : offset_of(control, key), std::move(finding)});
+  }
+
+  std::size_t offset_of(const Page::Control& control, std::string_view key) const {
+    const std::string_view state = std::string_view(page_.bytes()).substr(0, control.span.state_end);
+    const std::string written = std::string(key) + "=\"";
+    std::size_t at = control.span.begin;
+    while ((at = state.find(written, at + 1)) != std::string_view::npos) {
+      // No value holds a quotation mark, so this is a key.
+      if (state[at - 1] == '\n' || state[at - 1] == '\r' || state[at - 1] == ' ' || state[at - 1] == '\t') return at;
+    }
+    return control.span.begin;
+  }
+
+  TemplateSession& session_;
+  const Page& page_;
+  std::vector<Found> found_;
+};
+
+}  // namespace
+
+std::vector<Finding> check_page(TemplateSession& session, const std::string& path, std::string bytes) {
+  try {
+    return PageCheck(session, Page::parse(path, std::move(bytes))).check();
+  } catch (const PageError& error) {
+    std::vector<Finding> findings;
+    for (const PageProblem& problem : error.problems()) {
+      // What is wrong says how to mend it behind a semicolon.
+      const std::size_t semicolon = problem.what.find("; ");
+      Finding finding{.rule = find_check_rule(problem.is_name_taken ? "duplicate-name" : "unreadable-page"),
+                      .path = problem.path,
+                      .line = problem.place.line,
+                      .column = problem.place.column,
+                      .what = problem.what.substr(0, semicolon),
+                      .first_line = problem.place.line};
+      if (semicolon != std::string::npos) finding.mend = problem.what.substr(semicolon + 2);
+      findings.push_back(std::move(finding));
+    }
+    return findings;
+  }
+}
+
+}  // namespace plexoras

@@ -1,0 +1,215 @@
+#include "authoring/check/template_check.h"
+
+#include <algorithm>
+#include <memory>
+#include <set>
+
+#include "authoring/check/template_names.h"
+#include "host/text_lines.h"
+
+namespace plexoras {
+namespace {
+
+using Purpose = TemplateWalk::Purpose;
+
+constexpr std::string_view page_section = "TEMPLATE";
+constexpr std::string_view property_section = "PROPERTY";
+constexpr std::string_view form_section = "ADVANCED_SPEC";
+constexpr std::string_view list_section = "CONSTANT";
+constexpr std::string_view menu_section = "MENUITEMS";
+
+// Sections that no control reads are read up to so many lines in all, however often they include each other.
+constexpr std::size_t most_lines = 500000;
+
+// What controls read a section for. The properties come first: the others know them.
+struct ControlSection {
+  std::string_view name;
+  Purpose purpose;
+};
+constexpr ControlSection control_sections[] = {
+    {property_section, Purpose::Variables}, {form_section, Purpose::Variables}, {list_section, Purpose::Variables},
+    {menu_section, Purpose::Variables},     {page_section, Purpose::Text},      {"DSPROGID", Purpose::Variables},
+    {".COMPANY", Purpose::Variables},       {".PRODUCT", Purpose::Variables},   {".VERSION", Purpose::Variables},
+};
+
+// What controls set in section TEMPLATE, beside the custom properties.
+struct BoundVariable {
+  std::string_view name;
+  bool is_author_text = false;  // an author can type it
+  bool is_always_there = false;
+};
+constexpr BoundVariable bound_variables[] = {{"WIDTH", true, true}, {"HEIGHT", true, true}, {"APPLETID", true, true},
+                                             {"Visible"},           {"XmlStyle"},           {"Contents"},
+                                             {"COLSELECTION"},      {"ROWSELECTION"},       {"CUSTOMDAT"}};
+
+const ControlSection* find_control_section(std::string_view name) {
+  const auto* const found = std::find_if(std::begin(control_sections), std::end(control_sections),
+                                         [&](const ControlSection& section) { return section.name == name; });
+  return found == std::end(control_sections) ? nullptr : found;
+}
+
+class TemplateCheck {
+public:
+  TemplateCheck(TemplateModel& model, std::string_view file, Findings& findings)
+      : model_(model), file_(file), findings_(findings) {
+    const std::vector<std::string>& names = model.section_names(file);
+    is_closed_ = std::find(names.begin(), names.end(), page_section) != names.end();
+    context_.file = file_;
+    context_.is_closed = is_closed_;
+  }
+
+  void check() {
+    for (const ControlSection& section : control_sections) {
+      if (model_.find(file_, section.name) != nullptr) check_control_section(section);
+    }
+    context_.is_closed = false;
+    context_.is_page_text = false;
+    check_other_sections();
+  }
+
+private:
+  void check_control_section(const ControlSection& section) {
+    const bool is_page_text = section.purpose == Purpose::Text;
+    std::set<std::string> given = is_page_text || section.name == form_section ? properties_ : std::set<std::string>();
+    if (is_page_text) {
+      for (const BoundVariable& variable : bound_variables) {
+        context_.known.emplace(variable.name);
+        if (variable.is_author_text) context_.author_text.emplace(variable.name);
+        if (variable.is_always_there) given.emplace(variable.name);
+      }
+      // A chart's data are a custom property that the control escapes.
+      context_.author_text.erase("Contents");
+    }
+    context_.is_page_text = is_page_text;
+    TemplateWalk walk(model_, findings_, file_, section.purpose, given);
+    walk.walk(section.name);
+    walked_.insert(walk.sections().begin(), walk.sections().end());
+    if (section.name == property_section) take_properties(walk);
+    if (section.name == form_section) take_restrictions(walk);
+    if (section.name == list_section || section.name == menu_section) check_table(walk, section.name);
+    check_names(model_, walk, context_, findings_);
+  }
+
+  void take_properties(const TemplateWalk& walk) {
+    for (const TemplateWalk::DefinitionMade& made : walk.definitions()) {
+      if (made.name.is_computed) continue;
+      context_.known.insert(made.name.text);
+      context_.author_text.insert(made.name.text);
+    }
+    properties_.insert(walk.stored().begin(), walk.stored().end());
+  }
+
+  // What the form takes no free text for is not told as such.
+  void take_restrictions(const TemplateWalk& walk) {
+    constexpr std::string_view ending = "_SPEC";
+    constexpr std::string_view types[] = {"integer", "number", "check"};
+    for (const TemplateWalk::DefinitionMade& made : walk.definitions()) {
+      const std::string& name = made.name.text;
+      if (made.name.is_computed || !name.ends_with(ending)) continue;
+      const std::size_t begin = std::min(made.value.find('|'), made.value.size() - 1) + 1;
+      const std::string_view type = trimmed(made.value.substr(begin, made.value.find('|', begin) - begin));
+      if (std::find(std::begin(types), std::end(types), type) != std::end(types)) {
+        context_.author_text.erase(name.substr(0, name.size() - ending.size()));
+      }
+    }
+  }
+
+  // An entry's name that holds a blank leaves its rest in the value: before a number in a list of the pages, before
+  // "type:param" among the commands of the menu builder.
+  void check_table(const TemplateWalk& walk, std::string_view section) {
+    for (const TemplateWalk::DefinitionMade& made : walk.definitions()) {
+      const std::size_t blank = made.value.rfind(' ');
+      const bool is_quoted = made.value.data() != made.place.line->argument().data() &&
+                             (made.value.data()[-1] == '\'' || made.value.data()[-1] == '"');
+      const bool is_told = made.name.text.starts_with('"') || made.name.text.starts_with('\'');
+      if (blank == std::string_view::npos || is_quoted || is_told) continue;
+      const std::string_view last = made.value.substr(blank + 1);
+      const bool is_number = !last.empty() && last.find_first_not_of("0123456789") == std::string_view::npos;
+      const std::size_t colon = made.value.find(':');
+      const bool is_late_command = colon != std::string_view::npos && made.value.find(' ') < colon;
+      if (!(section == list_section ? is_number : is_late_command)) continue;
+      findings_.add("blank-in-name", made.place,
+                    "the name ends at its first blank; \"" + std::string(made.value) + "\" is the value",
+                    "use no-break blanks in the name");
+    }
+  }
+
+  // Sections that another one includes are read with it; the others may be asked for by anybody.
+  void check_other_sections() {
+    std::set<std::string> included;
+    for (const std::string& name : model_.section_names(file_)) {
+      const TemplateSection* const section = model_.find(file_, name);
+      if (section == nullptr) continue;
+      for (const OutlineLine& line : section->lines) {
+        if (!line.is_directive || line.directive.kind != DirectiveKind::Include) continue;
+        const FromSplit from = split_at_from(line.argument());
+        const std::string_view target = from.found ? from.before : line.argument();
+        if (target != name && (!from.found || from.after == file_)) included.emplace(target);
+      }
+    }
+    for (const bool is_included : {false, true}) {
+      for (const std::string& name : model_.section_names(file_)) {
+        if (included.contains(name) == is_included) check_open_section(name);
+      }
+    }
+  }
+
+  void check_open_section(const std::string& name) {
+    const TemplateSection* const section = model_.find(file_, name);
+    if (section == nullptr || walked_.contains(section) || find_control_section(name) != nullptr) return;
+    if (lines_read_ > most_lines) return;
+    TemplateWalk walk(model_, findings_, file_, Purpose::Text);
+    walk.walk(name);
+    lines_read_ += walk.lines_read();
+    walked_.insert(walk.sections().begin(), walk.sections().end());
+    NameContext context{.file = file_};
+    check_names(model_, walk, context, findings_);
+  }
+
+  TemplateModel& model_;
+  std::string file_;
+  Findings& findings_;
+  NameContext context_;
+  std::set<std::string> properties_;
+  std::set<const TemplateSection*> walked_;
+  bool is_closed_ = false;
+  std::size_t lines_read_ = 0;  // of sections that no control reads
+};
+
+// Headers that are none, and text that belongs to no section.
+void check_file_lines(std::string_view path, std::string_view bytes, Findings& findings) {
+  const auto add = [&](std::string_view rule, std::size_t line, std::size_t column, std::string what,
+                       std::string mend) {
+    findings.add({find_check_rule(rule), std::string(path), line, column, std::move(what), std::move(mend), line});
+  };
+  constexpr std::string_view upper_case = ".ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_";
+  TextLines lines(bytes);
+  bool in_section = false;
+  bool told = false;
+  for (std::size_t number = 1; const auto line = lines.next(); ++number) {
+    if (kind_of_file_line(*line) == FileLine::Header) in_section = true;
+    if (kind_of_file_line(*line) != FileLine::Body) continue;
+    const std::size_t first = line->find_first_not_of(" \t");
+    if (first == std::string_view::npos) continue;
+    const std::string_view text = line->substr(first, line->find_last_not_of(" \t") + 1 - first);
+    const bool is_bracketed = text.size() > 2 && text.front() == '[' && text.back() == ']';
+    if (is_bracketed && text.substr(1, text.size() - 2).find_first_not_of(upper_case) == std::string_view::npos) {
+      add("not-a-section", number, first + 1, "this is no header of a section, for there are blanks around it",
+          "remove the blanks before \"[\" and behind \"]\"");
+    } else if (!in_section && !told) {
+      told = true;
+      add("text-outside-section", number, first + 1, "this line belongs to no section, so nothing reads it",
+          "put a header [NAME] in front, or make it a comment with \";\"");
+    }
+  }
+}
+
+}  // namespace
+
+void check_template(TemplateModel& model, std::string_view file, std::string_view path, std::string_view bytes,
+                    Findings& findings) {
+  check_file_lines(path, bytes, findings);
+  TemplateCheck(model, file, findings).check();
+}
+
+}  // namespace plexoras

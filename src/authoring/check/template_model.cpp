@@ -1,0 +1,187 @@
+#include "authoring/check/template_model.h"
+
+#include <algorithm>
+#include <cassert>
+#include <tuple>
+#include <unordered_set>
+
+#include "authoring/suggestion.h"
+#include "host/text_lines.h"
+
+namespace plexoras {
+namespace {
+
+constexpr std::size_t npos = std::string_view::npos;
+
+std::vector<ConditionFault> condition_faults(const std::vector<OutlineLine>& lines) {
+  using Kind = ConditionFault::Kind;
+  struct Open {
+    std::size_t line;
+    std::size_t else_line;
+  };
+  constexpr std::size_t none = npos;
+  std::vector<Open> open;
+  std::vector<ConditionFault> faults;
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    if (!lines[i].is_directive) continue;
+    const DirectiveKind kind = lines[i].directive.kind;
+    if (opens_condition(kind)) {
+      open.push_back({i, none});
+    } else if (kind == DirectiveKind::Else) {
+      if (open.empty()) {
+        faults.push_back({Kind::StrayElse, i, none});
+      } else if (open.back().else_line != none) {
+        faults.push_back({Kind::SecondElse, i, open.back().else_line});
+      } else {
+        open.back().else_line = i;
+      }
+    } else if (kind == DirectiveKind::EndIf) {
+      if (open.empty()) {
+        faults.push_back({Kind::StrayEndIf, i, none});
+      } else {
+        open.pop_back();
+      }
+    }
+  }
+  for (const Open& condition : open) faults.push_back({Kind::Unclosed, condition.line, none});
+  return faults;
+}
+
+void add_references(std::string_view text, std::vector<TemplateUse>& uses) {
+  using Kind = OutlineReference::Kind;
+  for (const OutlineReference& reference : references_in(text)) {
+    const char* const at = text.data() + reference.begin;
+    const bool is_call = reference.kind == Kind::Call;
+    uses.push_back(
+        {is_call ? TemplateUse::How::Call : TemplateUse::How::Value, TemplateName(reference.name), at, reference});
+    if (is_call && !reference.argument.empty()) {
+      uses.push_back({TemplateUse::How::Argument, TemplateName(reference.argument), at, reference});
+    }
+  }
+}
+
+// A name that a directive asks about, as the engine evaluates it.
+void add_test(std::string_view name, TemplateUse::How how, std::vector<TemplateUse>& uses) {
+  if (name.empty()) return;
+  const char* const at = name.data();
+  if (name.starts_with('\\')) name = name.substr(1, std::min(name.find(','), name.size()) - 1);
+  uses.push_back({how, TemplateName(name), at, {.name = name}});
+}
+
+}  // namespace
+
+bool opens_condition(DirectiveKind kind) {
+  return kind == DirectiveKind::IfInside || kind == DirectiveKind::IfEqual || kind == DirectiveKind::IfNotEqual ||
+         kind == DirectiveKind::IfDefined || kind == DirectiveKind::IfUndefined;
+}
+
+const TemplateSection* TemplateModel::find(std::string_view file, std::string_view section) {
+  std::pair<std::string, std::string> key(file, section);
+  const auto known = sections_.find(key);
+  if (known != sections_.end()) return &known->second;
+  if (!has_file(file) || !files_.has_section(file, section)) return nullptr;
+
+  const SourceText source = files_.section(file, section);
+  TemplateSection found{
+      .file = key.first, .name = key.second, .path = {}, .lines = outline(source), .condition_faults = {}};
+  if (source.marks != nullptr && !source.marks->empty()) found.path = source.marks->front().path;
+  found.condition_faults = condition_faults(found.lines);
+  found.is_balanced = std::all_of(found.condition_faults.begin(), found.condition_faults.end(),
+                                  [](const auto& fault) { return fault.kind == ConditionFault::Kind::SecondElse; });
+  return &sections_.emplace(std::move(key), std::move(found)).first->second;
+}
+
+const std::vector<std::string>& TemplateModel::section_names(std::string_view file) {
+  const auto known = names_.find(file);
+  if (known != names_.end()) return known->second;
+  std::vector<std::string>& names = names_[std::string(file)];
+  std::unordered_set<std::string_view> seen;
+  TextLines lines(files_.bytes(file).value_or(""));
+  while (const auto line = lines.next()) {
+    if (kind_of_file_line(*line) != FileLine::Header) continue;
+    const std::string_view name = line->substr(1, line->size() - 2);
+    if (seen.insert(name).second) names.emplace_back(name);
+  }
+  return names;
+}
+
+std::string TemplateModel::similar_section(std::string_view file, std::string_view name) {
+  constexpr std::size_t most = 300;  // compared one by one
+  const std::vector<std::string>& names = section_names(file);
+  return names.size() > most ? std::string() : did_you_mean(name, names);
+}
+
+TemplateName::TemplateName(std::string_view written) {
+  std::size_t first = next_reference(written, 0);
+  while (first != npos && is_escaped(written, first)) first = next_reference(written, first + 2);
+  is_computed = first != npos;
+  text = written.substr(0, first);
+}
+
+std::vector<TemplateUse> uses_of(const OutlineLine& line) {
+  std::vector<TemplateUse> uses;
+  const std::string_view text = line.text;
+  if (!line.is_directive) {
+    add_references(text, uses);
+    return uses;
+  }
+  const std::string_view argument = line.argument();
+  switch (line.directive.kind) {
+    case DirectiveKind::Call: {
+      const BlankSplit call = split_at_open_blank(argument);
+      const OutlineReference reference{
+          .kind = OutlineReference::Kind::Call, .name = trimmed(call.first), .argument = call.rest};
+      uses.push_back({TemplateUse::How::Call, TemplateName(reference.name), text.data(), reference, true});
+      if (!call.rest.empty()) {
+        uses.push_back({TemplateUse::How::Argument, TemplateName(call.rest), call.rest.data(), reference, true});
+      }
+      break;
+    }
+    case DirectiveKind::IfInside:
+    case DirectiveKind::IfEqual:
+    case DirectiveKind::IfNotEqual:
+      add_test(split_at_open_blank(argument).first, TemplateUse::How::Test, uses);
+      break;
+    case DirectiveKind::IfDefined:
+    case DirectiveKind::IfUndefined:
+      add_test(argument, TemplateUse::How::Optional, uses);
+      break;
+    default:
+      break;
+  }
+  add_references(argument, uses);
+  return uses;
+}
+
+TemplateDefinition definition_of(const OutlineLine& line) {
+  const std::string_view argument = line.argument();
+  // A macro is divided as it stands.
+  const bool is_macro = line.directive.kind == DirectiveKind::Macro;
+  const BlankSplit split = is_macro ? split_at_blank(argument) : split_at_open_blank(argument);
+  std::string_view value = split.rest;
+  const bool is_quoted = value.starts_with('"') || value.starts_with('\'');
+  const bool is_complete = split.found && !(is_quoted && value.size() == 1);
+  if (is_quoted) value = value.substr(1, value.size() < 2 ? 0 : value.size() - 2);
+  return {split.first, value, is_complete};
+}
+
+void Findings::add(std::string_view rule, const TemplatePlace& place, std::string what, std::string mend) {
+  const CheckRule* const row = find_check_rule(rule);
+  assert(row != nullptr);
+  const LinePlace where = place.line->place(place.at);
+  found_.push_back({row, place.section->path, where.line, where.column, std::move(what), std::move(mend),
+                    place.line->places.front().line});
+}
+
+std::vector<Finding> Findings::take() {
+  const auto key = [](const Finding& finding) {
+    return std::tie(finding.path, finding.line, finding.column, finding.rule->name);
+  };
+  std::stable_sort(found_.begin(), found_.end(), [&](const Finding& a, const Finding& b) { return key(a) < key(b); });
+  found_.erase(
+      std::unique(found_.begin(), found_.end(), [&](const Finding& a, const Finding& b) { return key(a) == key(b); }),
+      found_.end());
+  return std::move(found_);
+}
+
+}  // namespace plexoras

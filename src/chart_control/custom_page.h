@@ -1,0 +1,36 @@
+#pragma once
+
+#include <memory>
+
+#include "host/hosted_form.h"
+#include "host/platform.h"
+#include "host/property_page.h"
+
+namespace plexoras {
+
+/// The property page for the custom properties that a control's template declares: the input form that the template
+/// describes, and nothing else.
+///
+/// It reaches the selected control by member name alone (`templateFile`, `advancedSpecSection`, `CustomProperties`,
+/// `FireCustomPropertyChange`), so it serves any control that has custom properties. It keeps no values: what is
+/// applied goes into the control's dictionary.
+class Custom final : public PropertyPage {
+public:
+  /// Makes its form by `components`, as "PlexorasDTC.CustomizerControl"; error 429 when there is none.
+  explicit Custom(const ComponentRegistry& components);
+  ~Custom() override;
+
+  /// Builds the form for the selected control.
+  void SelectionChanged() override;
+  /// Has the form store what has been edited, then tells the selected control. Error 5 when a value cannot be stored.
+  void ApplyChanges() override;
+
+private:
+  class Callbacks;
+
+  const ObjectRef customizer_;
+  const std::shared_ptr<Callbacks> callbacks_;
+  FormHost& host_;
+};
+
+}  // namespace plexoras

@@ -1,0 +1,177 @@
+#include "template/customizer_control.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "template/dictionary.h"
+
+namespace plexoras {
+namespace {
+
+using Kind = WindowSpecEntry::Kind;
+
+// A divider with this title ends a group.
+constexpr std::string_view no_group = "-";
+
+using Row = Member<CustomizerControl>;
+
+const Row members[] = {
+    {"host", [](CustomizerControl& c) { return Variant(c.host); },
+     [](CustomizerControl& c, const Variant& value) {
+       const bool is_none = value.is_nothing() || value == Variant(ObjectRef());
+       c.host = is_none ? nullptr : value.to_object();
+     }},
+    {.name = "loadWindowSpec",
+     .call = [](CustomizerControl& c,
+                Arguments a) { return c.loadWindowSpec(a[0].to_text(), a[1].to_text(), a[2].to_object()), Variant(); },
+     .arguments = 3},
+    {.name = "Accept", .call = [](CustomizerControl& c, Arguments) { return c.Accept(), Variant(); }},
+    {.name = "Discard", .call = [](CustomizerControl& c, Arguments) { return c.Discard(), Variant(); }},
+};
+
+Dictionary copy_of(AutomationObject& values) {
+  Dictionary copy;
+  const Variant keys = values.call("GetKeys");
+  for (const std::string& key : keys.to_text_list()) {
+    copy.atPut(key, values.call_with("atGet", {key}).to_text(), Dictionary::EmptyValues::Keep);
+  }
+  return copy;
+}
+
+}  // namespace
+
+void CustomizerControl::loadWindowSpec(std::string_view section, std::string_view file, ObjectRef values) {
+  if (values == nullptr) throw AutomationError(RunTimeError::ObjectNotSet, {}, std::string(identifier));
+  clear();
+  try {
+    build(read_window_spec(session_, file, section, copy_of(*values)));
+    values_ = std::move(values);
+    Discard();
+  } catch (...) {
+    clear();
+    throw;
+  }
+}
+
+void CustomizerControl::clear() {
+  items_.clear();
+  remove_controls();
+  values_ = nullptr;
+}
+
+void CustomizerControl::build(const std::vector<WindowSpecEntry>& entries) {
+  ControlContainer* container = this;
+  for (const WindowSpecEntry& entry : entries) {
+    Item& item = items_.emplace_back();
+    item.condition = entry.condition;
+    switch (entry.kind) {
+      case Kind::Setting:
+        add_setting(*container, entry, item);
+        break;
+      case Kind::Message:
+      case Kind::Unreadable:
+        add_label(*container, entry.name, entry.text, item);
+        item.controls.back()->placement = entry.placement;
+        break;
+      case Kind::Divider:
+        container = this;
+        if (entry.text != no_group) {
+          auto& group = add<Frame>(entry.name, entry.text);
+          group.placement = entry.placement;
+          group.enabled = !entry.disabled;
+          item.controls.push_back(&group);
+          container = &group;
+        }
+        break;
+    }
+    if (!entry.comment.empty()) {
+      Item& comment = entry.kind == Kind::Divider ? items_.emplace_back() : item;
+      add_label(*container, entry.key + "_COMMENT", entry.comment, comment);
+    }
+  }
+}
+
+void CustomizerControl::add_label(ControlContainer& container, const std::string& name, const std::string& text,
+                                  Item& item) {
+  item.controls.push_back(&container.add<Label>(name, text));
+}
+
+void CustomizerControl::add_setting(ControlContainer& container, const WindowSpecEntry& entry, Item& item) {
+  item.field = CustomizerField::make(container, entry);
+  item.controls.push_back(&item.field->control());
+  item.problem = &container.add<Label>(entry.key + "_PROBLEM");
+  item.field->watch([this] { field_Change(); });
+}
+
+void CustomizerControl::field_Change() {
+  if (loading_) return;
+  update();
+  const ObjectRef listener = host;  // which may put another one in its place
+  if (listener != nullptr) listener->call("RaiseChangedEvent");
+}
+
+// Shows what the present values call for.
+void CustomizerControl::update() {
+  for (Item& item : items_) {
+    bool shows = true;
+    if (item.condition) {
+      const StringList& wanted = item.condition->values;
+      const bool is_one = std::find(wanted.begin(), wanted.end(), current_value(item.condition->key)) != wanted.end();
+      shows = is_one != item.condition->negated;
+    }
+    for (FormControl* control : item.controls) control->visible = shows;
+    if (item.problem == nullptr) continue;
+    item.problem->caption = item.field->problem();
+    item.problem->visible = shows && !item.problem->caption.empty();
+  }
+}
+
+// As it is in the form or, of a setting that has no control here, as it is stored.
+std::string CustomizerControl::current_value(const std::string& key) {
+  for (const Item& item : items_) {
+    if (item.field != nullptr && item.field->key() == key) return item.field->value();
+  }
+  return values_->call_with("atGet", {key}).to_text();
+}
+
+void CustomizerControl::Accept() {
+  for (const Item& item : items_) {
+    const std::string problem = item.field == nullptr ? std::string() : item.field->problem();
+    if (!problem.empty()) throw AutomationError(RunTimeError::InvalidCall, problem, std::string(identifier));
+  }
+  for (const Item& item : items_) {
+    if (item.field == nullptr || !item.field->is_edited()) continue;
+    values_->call_with("atPut", {item.field->key(), item.field->value()});
+    item.field->keep();
+  }
+}
+
+void CustomizerControl::Discard() {
+  // Loading is no edit.
+  struct Loading {
+    bool& loading;
+    ~Loading() { loading = false; }
+  } const guard{loading_};
+  loading_ = true;
+  for (const Item& item : items_) {
+    if (item.field != nullptr) item.field->load(values_->call_with("atGet", {item.field->key()}).to_text());
+  }
+  update();
+}
+
+Variant CustomizerControl::get(std::string_view member) { return get_member(*this, members, member, identifier); }
+
+void CustomizerControl::put(std::string_view member, const Variant& value) {
+  put_member(*this, members, member, value, identifier);
+}
+
+Variant CustomizerControl::call(std::string_view member, Arguments arguments) {
+  return call_member(*this, members, member, arguments, identifier);
+}
+
+void register_template_forms(ComponentRegistry& components, TemplateSession& session) {
+  components.add(std::string(CustomizerControl::identifier),
+                 [&session] { return std::make_shared<CustomizerControl>(session); });
+}
+
+}  // namespace plexoras

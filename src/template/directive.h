@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string_view>
+
+namespace plexoras {
+
+/// What a line that begins with "#" asks for. A line that is none of the directives calls a macro or a built-in
+/// function.
+enum class DirectiveKind {
+  Halt,
+  Include,
+  Define,
+  Macro,
+  Undefine,
+  IfInside,
+  IfEqual,
+  IfNotEqual,
+  IfDefined,
+  IfUndefined,
+  Else,
+  EndIf,
+  Call,
+};
+
+/// A line's directive and the beginning by which it was recognised; what follows is its argument.
+struct Directive {
+  DirectiveKind kind = DirectiveKind::Call;
+  std::string_view keyword = {};  ///< as "#IFDEF " or "#ENDIF"; of a call, "#"
+};
+
+}  // namespace plexoras

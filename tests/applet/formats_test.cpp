@@ -1,0 +1,351 @@
+// How values are shown: locales, lists to choose them from, dates, formats, and the chart's members for them.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <set>
+#include <string>
+
+#include "applet/date_text.h"
+#include "applet/diagram_applet.h"
+#include "applet/locale_name.h"
+#include "applet/value_format.h"
+#include "host/environment.h"
+#include "refusal.h"
+
+namespace plexoras {
+namespace {
+
+using Settings = FormatSettings;
+
+// No locale but the one that a test sets.
+struct Environment {
+  EnvironmentVariable all{"LC_ALL", nullptr}, numbers{"LC_NUMERIC", nullptr}, money{"LC_MONETARY", nullptr},
+      dates{"LC_TIME", nullptr}, language{"LANG", nullptr};
+};
+
+// "de_DE" as settings.
+Settings in_locale(std::string_view locale, std::int32_t type) {
+  Settings settings;
+  settings.type = type;
+  settings.use_current_locale = false;
+  settings.language = locale.substr(0, locale.find('_'));
+  settings.country = locale.find('_') < locale.size() ? locale.substr(locale.find('_') + 1) : "";
+  return settings;
+}
+
+TEST(LocaleName, TakesAnyCodes) {
+  struct Case {
+    std::string_view language, country, variant, name;
+  };
+  const std::string_view embedded_end("de\0DE", 5);
+  const Case cases[] = {
+      {"de", "DE", "", "de_DE"},
+      {"DE", "de", "", "de_DE"},
+      {"en", "US", "posix", "en_US_POSIX"},
+      {"en", "", "POSIX", "en__POSIX"},
+      {"es", "419", "", "es_419"},
+      {"iw", "IL", "", "he_IL"},  // an old code
+      {"zz", "DE", "", "en_DE"},  // a language that nobody knows
+      {"", "", "", "en"},
+      {"Deutsch", "DE", "", "en_DE"},
+      {"de@currency=JPY", "DE", "", "en_DE"},
+      {"de", "DEU", "", "de"},
+      {"de", "D_@x=y", "@numbers=thai", "de"},
+      {embedded_end, embedded_end, embedded_end, "en"},
+      {"../../x", "\xff\xfe", "a b", "en"},
+  };
+  EnvironmentVariable german("LC_ALL", "de_DE.UTF-8");
+  for (const Case& c : cases) EXPECT_EQ(locale_name(c.language, c.country, c.variant), c.name) << c.language;
+}
+
+TEST(LocaleName, TakesTheEnvironments) {
+  Environment none;
+  EXPECT_EQ(current_locale_name(LocaleUse::Numbers), "en_US");
+  EnvironmentVariable language("LANG", "fr_CA.UTF-8");
+  EnvironmentVariable money("LC_MONETARY", "de_AT@euro");
+  EXPECT_EQ(current_locale_name(LocaleUse::Numbers), "fr_CA");
+  EXPECT_EQ(current_locale_name(LocaleUse::Dates), "fr_CA");
+  EXPECT_EQ(current_locale_name(LocaleUse::Money), "de_AT");
+  for (const auto& [value, name] : {std::pair{"C.UTF-8", "en_US"},
+                                    {"POSIX", "en_US"},
+                                    {"", "fr_CA"},
+                                    {"ja", "ja"},
+                                    {"none-such.thing@at_all", "en"},
+                                    {"_._", "en"}}) {
+    EnvironmentVariable all("LC_ALL", value);
+    EXPECT_EQ(current_locale_name(LocaleUse::Numbers), name) << value;
+  }
+}
+
+TEST(LocaleLists, NameLanguagesAndCountriesInTheirOwnTongue) {
+  LocaleLists lists;
+  EnvironmentVariable french("LC_ALL", "fr_FR.UTF-8");
+  for (const char* entry : {"de-Deutsch", "en-English", "es-español", "ja-日本語", "nb-norsk bokmål", "yue-粵語"}) {
+    EXPECT_EQ(std::ranges::count(lists.languages(), entry), 1) << entry;
+  }
+  EXPECT_TRUE(std::ranges::is_sorted(lists.languages()));
+  EXPECT_EQ(&lists.languages(), &lists.languages()) << "made once";
+
+  struct Case {
+    std::string_view language, entry, last;
+  };
+  const Case cases[] = {
+      {"de", "DE-Deutschland", "LU-Luxemburg"},  {"DE", "AT-Österreich", "LU-Luxemburg"},
+      {"en", "US-United States", "ZW-Zimbabwe"}, {"no", "NO-Norge", "NO-Norge"},
+      {"eo", "DE-Germanujo", "ZW-Zimbabvo"},  // at home nowhere
+      {"zz", "DE-Germany", "ZW-Zimbabwe"},       {"", "DE-Germany", "ZW-Zimbabwe"},
+      {"de-DE", "DE-Germany", "ZW-Zimbabwe"},
+  };
+  for (const Case& c : cases) {
+    const StringList& countries = lists.countries(c.language);
+    EXPECT_EQ(std::ranges::count(countries, c.entry), 1) << c.language;
+    EXPECT_EQ(countries.back(), c.last) << c.language;
+    EXPECT_TRUE(std::ranges::is_sorted(countries)) << c.language;
+    EXPECT_EQ(&lists.countries(c.language), &countries) << c.language;
+  }
+  EXPECT_EQ(lists.variants("en", "US"), (StringList{"", "POSIX-Computer"}));
+  EXPECT_EQ(lists.variants("de", "DE"), StringList{""});
+  EXPECT_EQ(lists.variants("?", "?"), StringList{""});
+}
+
+TEST(LocaleLists, EveryLanguageHasEntriesThatFormat) {
+  LocaleLists lists;
+  std::set<std::string> codes;
+  for (const std::string& language : lists.languages()) {
+    const std::string code = language.substr(0, language.find('-'));
+    EXPECT_TRUE(codes.insert(code).second) << language;
+    EXPECT_LT(code.size() + 1, language.size()) << language;
+    ASSERT_FALSE(lists.countries(code).empty()) << language;
+    const std::string likeliest = lists.likeliest_country(code);
+    EXPECT_TRUE(likeliest.empty() || has_entry(lists.countries(code), likeliest)) << language << " " << likeliest;
+    EXPECT_FALSE(ValueFormat().show("1234.5", in_locale(code, Settings::Currency)).empty()) << language;
+  }
+}
+
+TEST(DateText, ReadsDaysAndMilliseconds) {
+  constexpr double day = 86400000.0;
+  struct Case {
+    std::string_view text;
+    std::optional<double> date;
+  };
+  const Case cases[] = {
+      {"1970-01-01", 0.0},
+      {"2024-05-17", 19860 * day},
+      {" 2024-05-17\n", 19860 * day},
+      {"2024-05-17T23:30:00.5-05:00", 19860 * day},
+      {"2024-05-17 23:30", 19860 * day},
+      {"2024-05", 19844 * day},
+      {"2024", 19723 * day},
+      {"0001-01-01", -719162 * day},
+      {"2024-02-29", 19782 * day},
+      {"2023-02-29", {}},
+      {"2024-13-01", {}},
+      {"2024-00-01", {}},
+      {"2024-5-17", {}},
+      {"2024-05-17T", {}},
+      {"2024-05-17x", {}},
+      {"2024-05T10:00", {}},
+      {"2024-+5-17", {}},
+      {"2024-", {}},
+      {"17.05.2024", {}},
+      {"", {}},
+      {" ", {}},
+      {"1715904000000", 1715904000000.0},
+      {"-1.5e3", -1500.0},
+      {"12345", 12345.0},
+      {"8.64e15", 8.64e15},
+      {"8.65e15", {}},
+      {"1e400", {}},
+      {"nan", {}},
+  };
+  for (const Case& c : cases) EXPECT_EQ(date_of(c.text), c.date) << c.text;
+}
+
+TEST(ValueFormat, ShowsNumbers) {
+  struct Case {
+    std::string_view locale;
+    std::int32_t type;
+    std::string_view text, shown;
+  };
+  const Case cases[] = {
+      {"en_US", Settings::Number, "1234567.8912", "1,234,567.891"},
+      {"de_DE", Settings::Number, "1234567.8912", "1.234.567,891"},
+      {"de_CH", Settings::Number, "1234.5", "1’234.5"},
+      {"hi_IN", Settings::Number, "1234567", "12,34,567"},
+      {"en_US", Settings::Currency, "-1234.565", "-$1,234.57"},
+      {"de_DE", Settings::Currency, "1234.5", "1.234,50\u00A0€"},
+      {"de", Settings::Currency, "1234.5", "1.234,50\u00A0€"},
+      {"ja_JP", Settings::Currency, "1234.5", "￥1,235"},
+      {"zz_US", Settings::Currency, "2", "$2.00"},
+      {"en_US", Settings::Percent, "0.256", "26%"},
+      {"de_DE", Settings::Percent, "0.256", "26\u00A0%"},
+      {"de_DE", Settings::Default, "1234.50", "1234.5"},
+      {"de_DE", Settings::Default, "1e3", "1000"},
+      {"de_DE", 17, "1234.50", "1234.5"},
+      {"de_DE", -1, "1234.50", "1234.5"},
+      // What is no number stays as it is.
+      {"de_DE", Settings::Number, "about 3", "about 3"},
+      {"de_DE", Settings::Currency, "", ""},
+      {"de_DE", Settings::Number, "1,234", "1,234"},
+      {"de_DE", Settings::Number, "1e999", "1e999"},
+      {"de_DE", Settings::Default, "\xff", "\xff"},
+      // Ties go away from zero, and a zero has no sign.
+      {"en_US", Settings::Percent, "0.125", "13%"},
+      {"en_US", Settings::Percent, "-0.125", "-13%"},
+      {"en_US", Settings::Number, "-0", "0"},
+      {"en_US", Settings::Default, "-0.0", "0"},
+  };
+  ValueFormat format;
+  for (const Case& c : cases) EXPECT_EQ(format.show(c.text, in_locale(c.locale, c.type)), c.shown) << c.locale;
+}
+
+TEST(ValueFormat, ShowsDatesInTheirStyles) {
+  struct Case {
+    std::string_view locale;
+    std::int32_t style;
+    std::string_view text, shown;
+  };
+  const Case cases[] = {
+      {"en_US", Settings::Full, "2024-05-17", "Friday, May 17, 2024"},
+      {"en_US", Settings::Long, "2024-05-17", "May 17, 2024"},
+      {"en_US", Settings::Medium, "2024-05-17", "May 17, 2024"},
+      {"en_US", Settings::Short, "2024-05-17", "5/17/24"},
+      {"de_DE", Settings::Full, "2024-05-17", "Freitag, 17. Mai 2024"},
+      {"de_DE", Settings::Short, "2024-05-17T23:59:59-11:00", "17.05.24"},
+      {"fr_FR", Settings::Short, "1715990399999", "17/05/2024"},  // the last millisecond of the day, UTC
+      {"th_TH", Settings::Short, "2024-05-17", "17/5/67"},
+      {"de_DE", 4, "2024-05-17", "17.05.2024"},  // no style: medium
+      {"de_DE", -1, "2024-05-17", "17.05.2024"},
+      {"en_US", Settings::Long, "1500-03-01", "March 1, 1500"},  // one calendar for all of history
+      {"en_US", Settings::Long, "2024-02-30", "2024-02-30"},
+      {"en_US", Settings::Long, "soon", "soon"},
+  };
+  EnvironmentVariable zone("TZ", "Pacific/Kiritimati");
+  ValueFormat format;
+  for (const Case& c : cases) {
+    Settings settings = in_locale(c.locale, Settings::Date);
+    settings.date_style = c.style;
+    EXPECT_EQ(format.show(c.text, settings), c.shown) << c.locale << " " << c.text;
+  }
+}
+
+TEST(ValueFormat, TakesPatternsAsTheyAreTyped) {
+  struct Case {
+    std::string_view locale, pattern, shown;
+  };
+  constexpr std::string_view order = "Pattern: \"#\" comes before";
+  const Case cases[] = {
+      {"en_US", "#,##0.00", "-1,234.57"},
+      {"de_DE", "#,##0.00", "-1.234,57"},
+      {"en_US", "0;(0)", "(1235)"},
+      {"de_DE", "¤ #,##0", "-€ 1.235"},
+      {"en_US", "0.0E0", "-1.2E3"},
+      {"en_US", "0 'items'", "-1235 items"},
+      {"en_US", "", "-1234.567"},
+      {"en_US", "\xff", "-\uFFFD1235"},
+      {"en_US", "#,", order},
+      {"en_US", "#0#", order},
+      {"en_US", "0.0#0", order},
+      {"en_US", "0.0.0", "Pattern: a character that has a meaning"},
+      {"en_US", "0 'it", "Pattern: a quote (')"},
+      {"en_US", "#*", "Pattern: a quote (') or a fill (*)"},
+      {"en_US", "*x#*y", "Pattern: there is more than one fill"},
+      {"en_US", "#,##0E0", "Pattern: an exponent and"},
+  };
+  ValueFormat format;
+  for (const Case& c : cases) {
+    Settings settings = in_locale(c.locale, Settings::Pattern);
+    settings.pattern = c.pattern;
+    const std::string shown = format.show("-1234.567", settings);
+    if (c.shown.starts_with("Pattern: ")) {
+      EXPECT_TRUE(shown.starts_with(c.shown)) << c.pattern << " " << shown;
+      EXPECT_EQ(format.show("no number", settings), shown) << "the mistake shows whatever the sample is";
+    } else {
+      EXPECT_EQ(shown, c.shown) << c.pattern;
+    }
+  }
+}
+
+TEST(ValueFormat, TakesTheCurrentLocaleByUse) {
+  Environment none;
+  EnvironmentVariable numbers("LC_NUMERIC", "de_DE.UTF-8"), money("LC_MONETARY", "en_GB.UTF-8"),
+      dates("LC_TIME", "fr_FR.UTF-8");
+  const auto shown = [](std::int32_t type, std::string_view text) {
+    Settings settings = in_locale("ja_JP", type);
+    settings.use_current_locale = true;
+    settings.date_style = Settings::Long;
+    return ValueFormat().show(text, settings);
+  };
+  EXPECT_EQ(shown(Settings::Number, "1234.5"), "1.234,5");
+  EXPECT_EQ(shown(Settings::Currency, "1234.5"), "£1,234.50");
+  EXPECT_EQ(shown(Settings::Date, "2024-05-17"), "17 mai 2024");
+}
+
+std::string place(DiagramApplet& chart) {
+  return chart.get("FormatLanguage").to_text() + "/" + chart.get("FormatCountry").to_text() + "/" +
+         chart.get("FormatVariant").to_text();
+}
+
+TEST(FormatMembers, AChoiceBringsWhatFollowsFromIt) {
+  DiagramApplet chart;
+  struct Case {
+    std::string_view member, code, place;
+  };
+  const Case cases[] = {
+      {"chooseLanguage", "de", "de/DE/"},                                      // US is not among its countries
+      {"chooseCountry", "AT", "de/AT/"},  {"chooseLanguage", "en", "en/AT/"},  // English is at home in Austria too
+      {"chooseLanguage", "pt", "pt/BR/"}, {"chooseLanguage", "eo", "eo/BR/"},  // at home nowhere: the country stays
+      {"chooseLanguage", "z", "z/BR/"},                                        // half typed
+      {"chooseLanguage", "", "/BR/"},     {"chooseLanguage", "no", "no/NO/"},
+      {"chooseCountry", "?", "no/?/"},    {"chooseLanguage", "en", "en/US/"},
+  };
+  for (const Case& c : cases) {
+    chart.call_with(c.member, {c.code});
+    EXPECT_EQ(place(chart), c.place) << c.member << " " << c.code;
+  }
+  chart.put("FormatVariant", "POSIX");
+  chart.call_with("chooseCountry", {"US"});
+  EXPECT_EQ(place(chart), "en/US/POSIX");
+  chart.call_with("chooseCountry", {"GB"});
+  EXPECT_EQ(place(chart), "en/GB/");
+
+  // The properties themselves stay what they are put to, in any order.
+  chart.put("FormatVariant", "x");
+  chart.put("FormatCountry", "ZZ");
+  chart.put("FormatLanguage", "de");
+  EXPECT_EQ(place(chart), "de/ZZ/x");
+}
+
+TEST(FormatMembers, ShowTheChartsOwnFormat) {
+  DiagramApplet chart(std::make_shared<LocaleLists>());
+  EXPECT_EQ(chart.get("FormatDateStyle"), Variant(std::int32_t{2}));
+  const auto sample = [&](std::string_view text) { return chart.call_with("formatSample", {text}).to_text(); };
+  EXPECT_EQ(sample("1234.50"), "1234.5");
+  chart.put("FormatUseDefaultLocale", "No such word");
+  chart.call_with("chooseLanguage", {"de"});
+  chart.put("FormatType", 0);
+  EXPECT_EQ(sample("1234.5"), "1.234,50");
+  chart.put("FormatPattern", "0.0");
+  EXPECT_EQ(sample("1234.5"), "1234,5") << "a change of format is noticed";
+  chart.put("FormatType", 5);
+  chart.put("FormatDateStyle", "1");
+  EXPECT_EQ(sample("2024-05-17"), "17. Mai 2024");
+  EXPECT_EQ(chart.get("FormatPattern"), Variant("0.0")) << "the author's own, whatever the type";
+  EXPECT_EQ(chart.call("getCountries").to_text_list().front(), "AT-Österreich");
+  EXPECT_EQ(chart.call("getVariants"), Variant(StringList{""}));
+  EXPECT_GT(chart.call("getLanguages").to_text_list().size(), 100u);
+
+  DiagramApplet old;
+  old.put("FormatDateStyle", 0);
+  old.put("XmlStyle", "<xml><FormatType>5</></xml>");
+  EXPECT_EQ(old.get("FormatDateStyle"), Variant(std::int32_t{0})) << "a document of before leaves the style alone";
+  old.put("XmlStyle", chart.get("XmlStyle"));
+  EXPECT_EQ(old.get("FormatDateStyle"), Variant(std::int32_t{1}));
+
+  EXPECT_EQ(refusal([&] { chart.call("formatSample"); }), "5 formatSample cannot be called with 0 arguments");
+  EXPECT_EQ(refusal([&] { chart.call_with("chooseLanguage", {StringList{}}); }).substr(0, 18), "13 chooseLanguage:");
+}
+
+}  // namespace
+}  // namespace plexoras

@@ -1,0 +1,356 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "authoring/check/checker.h"
+#include "authoring_fixture.h"
+#include "host/atomic_file.h"
+
+namespace plexoras {
+namespace {
+
+std::string source_file(std::string_view name) { return read_file(PLEXORAS_SOURCE_DIR "/" + std::string(name)); }
+
+/// Files in memory and what is found in them.
+struct CheckedFiles {
+  CheckedFiles() { register_diagram_applet(host.components); }
+
+  std::vector<Finding> check(const std::vector<std::string>& paths) { return Checker(host.platform, paths).check(); }
+  std::vector<Finding> check_template(std::string_view text) {
+    host.files["T.DAT"] = text;
+    return check({"T.DAT"});
+  }
+
+  FakePlatform host;
+};
+
+/// "line:column rule|" for each.
+std::string places(const std::vector<Finding>& findings) {
+  std::string text;
+  for (const Finding& finding : findings) {
+    text += std::to_string(finding.line) + ":" + std::to_string(finding.column) + " " +
+            std::string(finding.rule->name) + "|";
+  }
+  return text;
+}
+
+TEST(Check, TellsWhatIsWrongWhereAndHowToMendIt) {
+  CheckedFiles files;
+  std::string text;
+  for (const Finding& finding : files.check_template("[TEMPLATE]\n\t#IFDEFF WIDTH\n; why\nab\\\n  $(Width)\n")) {
+    text += to_text(finding);
+  }
+  EXPECT_EQ(text,
+            "T.DAT:2:2: error: \"#IFDEFF\" is no directive [misspelled-directive]\n"
+            "  \t#IFDEFF WIDTH\n"
+            "  \t^\n"
+            "  write #IFDEF\n"
+            "T.DAT:5:3: warning: nothing defines the variable \"Width\" [undefined-variable]\n"
+            "    $(Width)\n"
+            "    ^\n"
+            "  did you mean \"WIDTH\"? Case counts\n");
+}
+
+TEST(Check, FindsFaultsInTemplates) {
+  struct Case {
+    const char* name;
+    std::string_view text, expected;
+  };
+  const Case cases[] = {
+      {"conditions in order", "[A]\n#IFDEF X\n#IFEQUAL Y 1\n#ELSE\n#ENDIF\n#ENDIF\n", ""},
+      {"never closed, at the line that opens it", "[A]\n#IFDEF X\n#IFDEF Y\n#ENDIF\n[B]\n#ENDIFS\n",
+       "2:1 unclosed-conditional|6:1 misspelled-directive|6:1 stray-endif|"},
+      {"opened in one section and closed in another", "[A]\n#INCLUDE B\nx\n#INCLUDE C\n[B]\n#IFDEF X\n[C]\n#ENDIF\n",
+       ""},
+      {"closed twice", "[A]\n#IFDEF X\n#ENDIF\n  #ENDIF\n", "4:3 stray-endif|"},
+      {"two alternatives", "[A]\n#IFDEF X\n#ELSE\n#ELSE\n#ENDIF\n", "4:1 second-else|"},
+      {"an alternative to nothing", "[A]\na\n#ELSE\nb\n", "3:1 stray-else|"},
+      {"an else-if", "[A]\n#IFDEF X\n#ELSEIF Y\n#ENDIF\n", "3:1 misspelled-directive|"},
+      {"conditions that macros make", "[A]\n#MACRO WHEN #IFDEF $(_NAME)\n#WHEN X\n#ENDIF\n", ""},
+      {"directives without what belongs to them",
+       "[A]\n#DEFINE X\n#MACRO Y\n#IFEQUAL X\n#ENDIF\n#IFDEF\n#UNDEF \n#DEFINE Z '\n",
+       "2:1 incomplete-directive|3:1 incomplete-directive|4:1 incomplete-directive|6:1 misspelled-directive|"
+       "7:1 incomplete-directive|8:1 incomplete-directive|"},
+      {"parts that references bring", "[A]\n#DEFINE P A b\n#DEFINE $(P)\n#IFEQUAL $(P)\n#ENDIF\n", ""},
+      {"words of other languages", "[A]\n#if X\n#elif Y\n#include B\n#IFNDEF X\n#endif\n",
+       "2:1 misspelled-directive|3:1 misspelled-directive|4:1 misspelled-directive|5:1 misspelled-directive|"
+       "6:1 misspelled-directive|"},
+      {"a macro that is called like one", "[A]\n#MACRO IF x\n#IF X\n", ""},
+      {"calls of nothing", "[TEMPLATE]\n#main { }\n#(HTML WIDTH)\n<p>#(NONE)#(%TODAY)</p>\n",
+       "2:1 undefined-macro|3:1 undefined-macro|4:4 undefined-macro|"},
+      {"names of nobody where no control reads", "[A]\n#NAME\na#(OTHER X)$(THIRD)\n#IFDEF FOURTH\n#ENDIF\n", ""},
+      {"names that are nearly others", "[A]\n#DEFINE TITLE x\n$(Title) $(TITEL) $(TITLE2) $(T)\n",
+       "3:1 undefined-variable|3:10 undefined-variable|"},
+      {"names of properties",
+       "[TEMPLATE]\n<p>#(%LENGTH KIND)</p>$(\\KNID)\n#IFDEF OTHER\n$(\\OTHER)\n#ENDIF\n#IFEQUAL Kind x\n#ENDIF\n"
+       "[PROPERTY]\n#DEFINE KIND x\n",
+       "2:23 undefined-variable|6:10 undefined-variable|"},
+      {"the argument of a macro that reads it",
+       "[TEMPLATE]\n#MACRO V <b>$(\\_VALUE)</b>\n#MACRO N <b>$(_NAME)</b>\n#MACRO ?M $(\\_VALUE)\n"
+       "<p>#(V Nothing)#(N Nothing)#(?M Nothing)</p>\n",
+       "5:4 undefined-variable|"},
+      {"names built from references",
+       "[TEMPLATE]\n#DEFINE N 2\n#DEFINE TEXT$(N) x\n#DEFINE WORD2 y\n$(TEXT2)$(WORD$(N))$($(N))\n", ""},
+      {"nothing is used",
+       "[TEMPLATE]\n#DEFINE A 1\n#MACRO M x\n#DEFINE A 2\n#INCLUDE PART\n#DEFINE WIDTH 3\n[PART]\n#DEFINE B 1\n",
+       "2:1 unused-variable|3:1 unused-macro|8:1 unused-variable|"},
+      {"used in any way",
+       "[TEMPLATE]\n#DEFINE A 1\n#DEFINE B 2\n#DEFINE C 3\n#MACRO M $(A)\n#IFEQUAL B 2\n#M x\n#ENDIF\n"
+       "$([S])\n[S]\n#DEFINE S $(C)\n",
+       ""},
+      {"what may come from anywhere", "[TEMPLATE]\n#DEFINE A 1\n#INCLUDE $(KIND)\n$(B)\n[PROPERTY]\n#DEFINE KIND X\n",
+       ""},
+      {"macros made of themselves",
+       "[A]\n#MACRO L a$(L)\n#MACRO M #(N)\n#MACRO N #M x\n#MACRO O #(?O X)\n#MACRO P \\$(P)\n",
+       "2:11 runaway-reference|4:10 runaway-reference|"},
+      {"a value that grows", "[A]\n#DEFINE L x\n#DEFINE L $(L)y\n", ""},
+      {"references that cannot be read",
+       "[A]\n$(\\A,b) $(\\A,b,) $([) #(%INC x) #(%INC $(x)) #(%DEC 2147483648)\n a $(B c\n",
+       "2:1 bad-reference|2:18 bad-reference|2:23 bad-reference|2:46 bad-reference|3:4 unclosed-reference|"},
+      {"text that authors type",
+       "[PROPERTY]\n#DEFINE T x\n#DEFINE U x\n#DEFINE N 1\n[ADVANCED_SPEC]\n#DEFINE N_SPEC 'N:|integer|1..9'\n"
+       "[TEMPLATE]\n#MACRO B <b>$(_VALUE)</b>\n#DEFINE C $(T)\n#DEFINE T2 '#(%LENGTH $(T))'\n#DEFINE U '$(\\U)'\n"
+       "<p $(?WIDTH)>$(T)$(\\T,a,b)$(\\T)$(XmlStyle)$(Contents)$(N)\n<p>$(C)$(T2)$(U)#(B T)#(B XmlStyle)\n"
+       "#IFINSIDE T (a,b)\n$(T)\n#ELSE\n$(T)\n#ENDIF\n",
+       "12:4 unescaped-text|12:14 unescaped-text|12:18 unescaped-text|13:4 unescaped-text|13:17 unescaped-text|"
+       "17:1 unescaped-text|"},
+      {"definitions that store nothing",
+       "[PROPERTY]\n#DEFINE A ''\n#DEFINE B x\n#DEFINE B ''\n[TEMPLATE]\n#DEFINE _C ''\n"
+       "$(_C)\n",
+       "2:1 empty-definition|"},
+      {"blanks in names",
+       "[CONSTANT]\n#DEFINE T_Heat table 11\n#DEFINE T_Bar 2\n#DEFINE NOTE 'since 11'\n#DEFINE \"a b\" 1\n[MENUITEMS]\n"
+       "#DEFINE Copy data java:copy\n#DEFINE Run script:go(1, 2)\n",
+       "2:1 blank-in-name|5:9 blank-in-name|7:1 blank-in-name|"},
+      {"sections and files",
+       "[A]\n#INCLUDE B\n  #INCLUDE b\n#INCLUDE X FROM NONE.DAT\n$([NO]) $([NONE.DAT FROM A]) $([B])\n"
+       "#IFDEF [NO]\n#ENDIF\n[B]\n",
+       "3:12 missing-section|4:17 missing-file|5:1 missing-section|5:9 missing-file|5:30 undefined-variable|"},
+      {"sections without end", "[A]\n#INCLUDE B\n[B]\n#INCLUDE C\n[C]\nx\n#INCLUDE B\n", "7:1 include-cycle|"},
+      {"sections that may end",
+       "[A]\n#DEFINE N 9\n#INCLUDE B\n[B]\n#DEFINE N #(%DEC $(N))\n#IFNEQUAL N 0\n#INCLUDE B\n#ENDIF\n", ""},
+      {"a section that needs itself", "[A]\n#DEFINE A $([A])\n", "2:11 include-cycle|"},
+      {"headers that are none", "stray\nmore\n[A]\n[B] \n  [C]\n[d] e\n",
+       "1:1 text-outside-section|4:1 not-a-section|"
+       "5:3 not-a-section|"},
+      {"silenced on a line",
+       "[A]\n; check: allow stray-endif\n#ENDIF\n; why: see there\n; check: allow stray-else, stray-endif\n; "
+       "so\n#ENDIF\n"
+       "; check: allow stray-else\n#ENDIF\n",
+       "9:1 stray-endif|"},
+  };
+  for (const Case& c : cases) EXPECT_EQ(places(CheckedFiles().check_template(c.text)), c.expected) << c.name;
+}
+
+TEST(Check, CountsWhatIsSurelyThere) {
+  const auto defined = [](std::size_t count) {
+    std::string text;
+    for (std::size_t i = 0; i < count; ++i) text += "#DEFINE V" + std::to_string(i) + " 1\n";
+    return text;
+  };
+  CheckedFiles files;
+  EXPECT_EQ(places(files.check_template("[CONSTANT]\n" + defined(124))), "");
+  EXPECT_EQ(places(files.check_template("[CONSTANT]\n" + defined(129))), "126:1 dictionary-nearly-full|");
+  EXPECT_EQ(places(files.check_template("[CONSTANT]\n" + defined(130))), "131:1 dictionary-overflow|");
+  const std::string branches = "#IFDEF X\n" + defined(100) + "#ELSE\n" + repeated("#DEFINE A 1\n", 100) + "#ENDIF\n";
+  EXPECT_EQ(places(files.check_template("[CONSTANT]\n" + branches + "#DEFINE B 1\n")), "");
+  // The properties and what the control sets are there when the text is made.
+  EXPECT_EQ(places(files.check_template("[PROPERTY]\n" + defined(126) + "[TEMPLATE]\n#DEFINE X 1\n$(X)\n")),
+            "126:1 dictionary-nearly-full|129:1 dictionary-overflow|");
+  const std::string deep = repeated("#IFDEF X\n", 129) + repeated("#ENDIF\n", 129);
+  EXPECT_EQ(places(files.check_template("[A]\n" + deep)), "130:1 conditionals-too-deep|");
+}
+
+TEST(Check, TellsErrorsAloneOfFilesThatWereNotNamed) {
+  CheckedFiles files;
+  files.host.files["site/T.DAT"] = "[TEMPLATE]\n#INCLUDE PART FROM PARTS.DAT\n";
+  files.host.files["site/PARTS.DAT"] = "[PART]\n$(Nothing)\n#IFDEF X\n";
+  files.host.files["PARTS.DAT"] = "[PART]\n";  // the one beside it counts
+  EXPECT_EQ(places(files.check({"site/T.DAT"})), "3:1 unclosed-conditional|");
+  EXPECT_EQ(places(files.check({"site/T.DAT", "site/PARTS.DAT"})), "2:1 undefined-variable|3:1 unclosed-conditional|");
+  EXPECT_EQ(places(files.check({"NONE.DAT"})), "0:0 missing-file|");
+}
+
+TEST(Check, FindsFaultsInPages) {
+  const auto chart = [](std::string_view name, std::string_view state) {
+    return "<!--dtc PlexorasDTC.DiagramDTC name=\"" + std::string(name) + "\"\n" + std::string(state) +
+           "-->\n<!--/dtc-->\n";
+  };
+  struct Case {
+    const char* name;
+    std::string page, expected;
+  };
+  const Case cases[] = {
+      {"a page without controls", "<p>[x]</p>\n", ""},
+      {"a chart", chart("A", "XmlStyle=\"&lt;xml&gt;&lt;DiagramType&gt;1&lt;/&gt;&lt;/&gt;\"\n"), ""},
+      {"marks that cannot be read", "<p>\n<!--dtc X name=\"A\"\n", "2:1 unreadable-page|"},
+      {"names", chart("A", "") + chart("B", "") + chart("A", ""), "7:1 duplicate-name|"},
+      {"a type of somebody else", "<!--dtc Other.Control name=\"A\"-->\n<!--/dtc-->\n", "1:1 unknown-control|"},
+      {"the same, meant so",
+       "<!-- check: allow unknown-control -->\n<!--dtc Other.Control name=\"A\"-->\n<!--/dtc-->\n", ""},
+      {"documents that are refused",
+       chart("A",
+             "Contents=\"&lt;xml&gt;\"\nMENU=\"&lt;xml&gt;&lt;/&gt;&lt;/&gt;&lt;/"
+             "&gt;&lt;A&gt;&lt;B&gt;&lt;C&gt;&lt;D&gt;x&lt;/"
+             "&gt;\"\n"
+             "XmlStyle=\"&lt;FontSize&gt;big\"\n"),
+       "2:1 refused-contents|3:1 refused-menu|4:1 refused-style|"},
+      {"a state that does not load", chart("A", "ColSelection=\"first\"\n"), "1:1 unloadable-control|"},
+  };
+  for (const Case& c : cases) {
+    CheckedFiles files;
+    files.host.files["page.html"] = c.page;
+    EXPECT_EQ(places(files.check({"page.html"})), c.expected) << c.name;
+  }
+  EXPECT_EQ(places(CheckedFiles().check({"none.html"})), "0:0 unreadable-page|");
+}
+
+TEST(Check, ExplainsEveryRuleInTheDocuments) { EXPECT_EQ(check_rules_document(), source_file("docs/check-rules.md")); }
+
+// What the examples of the rules show is what the rules find, and nothing else once it is mended.
+TEST(Check, HasExamplesThatAreTrue) {
+  for (const CheckRule& rule : check_rules()) {
+    const auto found = [&](std::string_view example) {
+      const bool has_header = example.find('[') == 0 || example.find("\n[") != std::string_view::npos;
+      return places(CheckedFiles().check_template((has_header ? "" : "[A]\n") + std::string(example)));
+    };
+    const bool is_page_text = rule.name == "unescaped-text";
+    const std::string before = is_page_text ? "[PROPERTY]\n#DEFINE CAPTION x\n[TEMPLATE]\n#MACRO HTML x\n" : "";
+    if (!rule.wrong.empty()) {
+      EXPECT_NE(found(before + std::string(rule.wrong)).find(rule.name), std::string::npos) << rule.name;
+    }
+    if (!rule.right.empty()) {
+      EXPECT_EQ(found(before + std::string(rule.right)).find(rule.name), std::string::npos) << rule.name;
+    }
+  }
+}
+
+// --- The templates that ship ---
+
+constexpr std::string_view shipped[] = {"APPLET.DAT", "DIAGRAM.DAT", "TEMPLATE.DAT"};
+
+struct ShippedFiles : CheckedFiles {
+  ShippedFiles() {
+    for (const std::string_view name : shipped) {
+      host.files[std::string(name)] = source_file("share/DTC/" + std::string(name));
+    }
+  }
+  std::vector<Finding> check_all() { return check({shipped, shipped + std::size(shipped)}); }
+};
+
+std::vector<std::string> lines_of(const std::string& text) {
+  std::vector<std::string> all;
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t end = text.find('\n', at) + 1;
+    all.push_back(text.substr(at, end - at));
+    at = end;
+  }
+  return all;
+}
+
+std::string joined(const std::vector<std::string>& all) {
+  std::string text;
+  for (const std::string& line : all) text += line;
+  return text;
+}
+
+bool begins_with_any(std::string_view line, std::initializer_list<std::string_view> words) {
+  return std::any_of(words.begin(), words.end(), [&](std::string_view word) { return line.starts_with(word); });
+}
+
+// The outermost condition around each line, as line numbers; 0 where there is none.
+struct Extent {
+  std::size_t first = 0;
+  std::size_t last = 0;
+};
+std::vector<Extent> conditions_around(const std::vector<std::string>& all) {
+  std::vector<Extent> extents(all.size());
+  std::size_t depth = 0;
+  std::size_t first = 0;
+  for (std::size_t i = 0; i < all.size(); ++i) {
+    if (begins_with_any(all[i], {"#IF"}) && depth++ == 0) first = i;
+    if (begins_with_any(all[i], {"#ENDIF"}) && --depth == 0) {
+      for (std::size_t inside = first; inside <= i; ++inside) extents[inside] = {first + 1, i + 1};
+    }
+  }
+  return extents;
+}
+
+TEST(Check, FindsNothingInTheTemplatesThatShip) { EXPECT_EQ(places(ShippedFiles().check_all()), ""); }
+
+// Each directive of the templates that ship is misspelled, doubled and dropped in turn. A misspelled one is told at its
+// place. A broken condition is told in the outermost condition that it belongs to, for nothing says which of its lines
+// is the missing one's. A definition or inclusion that is doubled means the same, and one that is dropped is told where
+// its name is missed, if anything in the templates misses it.
+TEST(Check, FindsEachBrokenDirectiveOfTheTemplatesThatShip) {
+  ShippedFiles files;
+  std::size_t dropped_definitions = 0;
+  std::size_t missed = 0;
+  for (const std::string_view name : shipped) {
+    const std::string original = files.host.files[std::string(name)];
+    const std::vector<std::string> all = lines_of(original);
+    const std::vector<Extent> extents = conditions_around(all);
+    for (std::size_t i = 0; i < all.size(); ++i) {
+      if (!all[i].starts_with('#')) continue;
+      const std::string where = std::string(name) + ":" + std::to_string(i + 1) + ": " + all[i];
+      const auto check_with = [&](const std::vector<std::string>& changed) {
+        files.host.files[std::string(name)] = joined(changed);
+        std::vector<Finding> findings = files.check_all();
+        files.host.files[std::string(name)] = original;
+        return findings;
+      };
+      const bool is_condition = begins_with_any(all[i], {"#IF", "#ENDIF"});
+      const bool is_else = all[i].starts_with("#ELSE");
+      const auto is_told_inside = [&](const std::vector<Finding>& findings, std::size_t added) {
+        return std::any_of(findings.begin(), findings.end(), [&](const Finding& finding) {
+          const bool is_about_conditions = finding.rule->name == "unclosed-conditional" ||
+                                           finding.rule->name == "stray-endif" || finding.rule->name == "stray-else" ||
+                                           finding.rule->name == "second-else";
+          return is_about_conditions && finding.path == name && finding.line >= extents[i].first &&
+                 finding.line <= extents[i].last + added;
+        });
+      };
+
+      std::vector<std::string> changed = all;
+      changed[i].erase(2, 1);
+      const std::vector<Finding> misspelled = check_with(changed);
+      EXPECT_TRUE(std::any_of(misspelled.begin(), misspelled.end(), [&](const Finding& finding) {
+        return finding.rule->name == "misspelled-directive" && finding.line == i + 1 && finding.column == 1;
+      })) << where;
+
+      changed = all;
+      changed.insert(changed.begin() + static_cast<std::ptrdiff_t>(i), all[i]);
+      const std::vector<Finding> doubled = check_with(changed);
+      if (is_condition || is_else) {
+        EXPECT_TRUE(is_told_inside(doubled, 1)) << where;
+      } else {
+        EXPECT_EQ(places(doubled), "") << where;
+      }
+
+      changed = all;
+      changed.erase(changed.begin() + static_cast<std::ptrdiff_t>(i));
+      const std::vector<Finding> dropped = check_with(changed);
+      if (is_condition) {
+        EXPECT_TRUE(is_told_inside(dropped, 0)) << where;
+      }
+      if (is_else) {
+        EXPECT_EQ(places(dropped), "") << where;
+      }
+      if (is_condition || is_else) continue;
+      ++dropped_definitions;
+      missed += dropped.empty() ? 0 : 1;
+      // What is told of a dropped line names what it defined or brought.
+      const std::string_view argument = trimmed(std::string_view(all[i]).substr(all[i].find(' ') + 1));
+      const std::string defined(argument.substr(0, argument.find_first_of(" \r\n")));
+      for (const Finding& finding : dropped) {
+        EXPECT_NE((finding.what + finding.source_line).find(defined), std::string::npos) << where << to_text(finding);
+      }
+    }
+  }
+  RecordProperty("dropped_definitions", static_cast<int>(dropped_definitions));
+  RecordProperty("told_of_them", static_cast<int>(missed));
+  EXPECT_GE(missed, 20U) << "of " << dropped_definitions;
+}
+
+}  // namespace
+}  // namespace plexoras

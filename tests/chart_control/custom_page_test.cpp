@@ -1,0 +1,116 @@
+#include "chart_control/custom_page.h"
+
+#include <gtest/gtest.h>
+
+#include "chart_control/about_box.h"
+#include "chart_control/template_dtc.h"
+#include "chart_fixture.h"
+#include "host/outcome.h"
+#include "template/customizer_control.h"
+
+namespace plexoras {
+namespace {
+
+constexpr std::string_view template_text =
+    "[PROPERTY]\n#DEFINE TITLE old\n#DEFINE LIMIT 5\n"
+    "[ADVANCED_SPEC]\n#DEFINE TITLE_SPEC 'Title:|text'\n#DEFINE LIMIT_SPEC 'Limit:|integer|1..9'\n"
+    "[.COMPANY]\n#DEFINE .COMPANY Plexoras\n#DEFINE .ADDRESS Quay 1\n[.VERSION]\n#DEFINE .VERSION 1.2\n";
+
+/// The page in an authoring environment, with a control of either kind to select.
+struct CustomFixture : ChartFixture {
+  CustomFixture() : ChartFixture(View::Design, template_text) {
+    host.files["TEMPLATE.DAT"] = template_text;
+    register_template_forms(host.components, session);
+    initialised();
+    notice->InitProperties();
+    site.changed_properties.clear();
+  }
+
+  ObjectRef selected(bool is_chart) { return is_chart ? ObjectRef(ObjectRef(), &chart) : ObjectRef(notice); }
+  TextBox& box(Custom& page, std::string_view name) { return dynamic_cast<TextBox&>(*page.find(name)); }
+
+  std::shared_ptr<TemplateDTC> notice = std::make_shared<TemplateDTC>(session, site);
+};
+
+TEST(CustomPage, EditsTheCustomPropertiesOfEitherControl) {
+  for (const bool is_chart : {true, false}) {
+    CustomFixture f;
+    const DesignTimeControl& control = is_chart ? static_cast<DesignTimeControl&>(f.chart) : *f.notice;
+    Custom page(f.host.components);
+    EXPECT_EQ(page.caption, "Custom");
+    page.select({f.selected(is_chart)});
+    EXPECT_FALSE(page.Changed);
+    EXPECT_EQ(f.box(page, "TITLE").text(), "old");
+
+    EXPECT_TRUE(f.box(page, "TITLE").user_type("new"));
+    EXPECT_TRUE(page.Changed);
+    EXPECT_EQ(control.GetProperty("TITLE"), "old");
+    page.apply();
+    EXPECT_FALSE(page.Changed);
+    EXPECT_EQ(listing(*control.CustomProperties()), "TITLE=new;LIMIT=5;");
+    EXPECT_EQ(f.announced(), "CustomProperties ");
+  }
+}
+
+TEST(CustomPage, AppliesNothingThatASettingDoesNotTake) {
+  CustomFixture f;
+  Custom page(f.host.components);
+  page.select({f.selected(true)});
+  f.box(page, "TITLE").user_type("new");
+  f.box(page, "LIMIT").user_type("10");
+  EXPECT_EQ(outcome([&] { return page.apply(), ""; }), "error 5: Limit takes a whole number from 1 to 9, not \"10\"");
+  EXPECT_TRUE(page.Changed);
+  EXPECT_EQ(f.chart.GetProperty("TITLE"), "old");
+  EXPECT_EQ(f.announced(), "") << "nothing has changed";
+}
+
+TEST(CustomPage, WritesToTheDictionaryThatTheControlHasByThen) {
+  CustomFixture f;
+  Custom page(f.host.components);
+  page.select({f.selected(false)});
+  f.box(page, "TITLE").user_type("new");
+  MemoryPropertyBag undone;
+  f.notice->ReadProperties(undone);
+  page.apply();
+  EXPECT_EQ(f.notice->GetProperty("TITLE"), "new");
+}
+
+TEST(CustomPage, AnEmptySpecIsAnEmptyForm) {
+  CustomFixture f;
+  f.host.files["TEMPLATE.DAT"] = "[ADVANCED_SPEC]\n";
+  TemplateSession fresh(f.host.platform);
+  register_template_forms(f.host.components, fresh);
+  Custom page(f.host.components);
+  page.select({f.selected(false)});
+  EXPECT_TRUE(dynamic_cast<FormHost&>(*page.find("customizer")).hosted().controls().empty());
+  page.apply();
+  EXPECT_EQ(f.announced(), "CustomProperties ");
+
+  EXPECT_EQ(brief_outcome([&] { return page.select({}), ""; }), "error 91");
+}
+
+TEST(AboutBox, ShowsTheProductsConstants) {
+  CustomFixture f;
+  AboutBox box(f.session, "DIAGRAM.DAT");
+  std::string text;
+  for (const auto& control : box.controls()) text += control->name() + " " + control->caption + "\n";
+  EXPECT_EQ(text,
+            "lblKey0 COMPANY\nlblValue0 Plexoras\nlblKey1 ADDRESS\nlblValue1 Quay 1\n"
+            "lblKey2 VERSION\nlblValue2 1.2\ncmdOK OK\n");
+
+  struct Author final : ModalPresenter {
+    void run(Form& form) override {
+      EXPECT_TRUE(form.is_open());
+      dynamic_cast<Button&>(*form.find("cmdOK")).user_click();
+      EXPECT_FALSE(form.is_open());
+      ++opened;
+    }
+    int opened = 0;
+  } author;
+  f.host.platform.presenter = &author;
+  box.ShowModal(f.host.platform);
+  EXPECT_EQ(author.opened, 1);
+}
+
+}  // namespace
+}  // namespace plexoras
