@@ -129,6 +129,8 @@ Run declare_expand(CLI::App& app) {
   app.add_option("SECTION", options->section, "The section; an empty name takes the whole file")->required();
   app.add_option("-D", options->definitions, "Define a variable: NAME=VALUE")->allow_extra_args(false);
   app.add_flag("--variables", options->variables, "Print the variables instead of the text, NAME<TAB>VALUE a line");
+  app.add_flag("--step", options->step, "Stop at #HALT and, on wish, before each line behind it");
+  app.add_flag("--step-first", options->step_first, "Stop before the first line of text or macro call, too");
   app.add_option("--nesting", options->nesting, "How deep expansion may nest")
       ->check(CLI::Range(1, 1000))
       ->capture_default_str();
@@ -136,6 +138,15 @@ Run declare_expand(CLI::App& app) {
       ->check(CLI::Range(1, 65536))
       ->capture_default_str();
   return running(run_expand, options);
+}
+
+Run declare_check(CLI::App& app) {
+  auto options = std::make_shared<CheckOptions>();
+  app.add_option("PATH", options->paths, "Templates, pages, or folders with both")->check(given());
+  app.add_flag("--werror", options->warnings_are_errors, "Let warnings count as errors");
+  app.add_flag("--rules", options->rules, "List what is looked for");
+  app.add_option("--explain", options->explain, "Say what a rule means, with an example")->type_name("RULE");
+  return running(run_check, options);
 }
 
 // The table makes the parsers, the help and the words to suggest.
@@ -180,8 +191,14 @@ constexpr CommandRow commands[] = {
      true, declare_publish},
     {"expand", "Run one section of a template file and print its text",
      "  plexoras expand DIAGRAM.DAT TEMPLATE -D WIDTH=400 -D APPLETID=Sales\n"
-     "  plexoras expand DIAGRAM.DAT PROPERTY --variables\n",
+     "  plexoras expand DIAGRAM.DAT PROPERTY --variables\n"
+     "  plexoras expand NOTICE.DAT TEMPLATE --step-first -D KIND=tip\n",
      false, declare_expand},
+    {"check", "Say what is wrong with templates and pages",
+     "  plexoras check site NOTICE.DAT       folders are searched for templates (*.DAT) and pages\n"
+     "  plexoras check --rules               what is looked for\n"
+     "  plexoras check --explain stray-else  what one of the rules means\n",
+     false, declare_check},
 };
 
 constexpr const char* exit_statuses =

@@ -9,6 +9,7 @@ class HeadlessPlatform;
 
 // Each runs one command and returns its exit status. What they raise is told by `main`.
 int run_expand(const ExpandOptions& options, HeadlessPlatform& host, Console& console);
+int run_check(const CheckOptions& options, HeadlessPlatform& host, Console& console);
 int run_new(const NewOptions& options, HeadlessPlatform& host, Console& console);
 int run_get(const GetOptions& options, HeadlessPlatform& host, Console& console);
 int run_set(const SetOptions& options, HeadlessPlatform& host, Console& console);

@@ -5,6 +5,7 @@
 #include "template/ini_section.h"
 #include "tool/commands.h"
 #include "tool/json_text.h"
+#include "tool/template_stepper.h"
 
 namespace plexoras {
 namespace {
@@ -57,11 +58,23 @@ int run_expand(const ExpandOptions& options, HeadlessPlatform& host, Console& co
   IniSection section(session);
   section.SetVariables(parse_definitions(options.definitions));
   section.Read(options.file, options.section);
+  TemplateStepper stepper(host.platform(), options.file);
+  if (options.step || options.step_first) {
+    host.platform().halt = [&stepper](const HaltRequest& request) { return stepper.halt(request); };
+  }
+  if (options.step_first) section.step_from_start();
   // One run: an empty text would otherwise be asked for again.
-  static const std::string no_text;
-  const std::string& text = options.variables ? no_text : section.GetContents();
-  const std::shared_ptr<Dictionary> variables =
-      options.variables ? section.GetVariables() : std::make_shared<Dictionary>();
+  std::string text;
+  std::shared_ptr<Dictionary> variables = std::make_shared<Dictionary>();
+  try {
+    if (options.variables) {
+      variables = section.GetVariables();
+    } else {
+      text = section.GetContents();
+    }
+  } catch (const TemplateStepper::Quit&) {
+    return exit_interrupted;
+  }
   const bool failed = section.failed();
 
   if (console.options().json) {

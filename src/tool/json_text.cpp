@@ -44,6 +44,16 @@ nlohmann::json to_json(const PageProblem& problem) {
   return object;
 }
 
+nlohmann::json to_json(const Finding& finding) {
+  nlohmann::json object = place_json(finding.path, finding.line, finding.column);
+  object["version"] = json_version;
+  object["severity"] = severity_word(finding.rule->severity);
+  object["rule"] = finding.rule->name;
+  object["message"] = finding.what;
+  object["mend"] = finding.mend;
+  return object;
+}
+
 nlohmann::json to_json(std::span<const Diagnostic> diagnostics) { return array_of(diagnostics); }
 nlohmann::json to_json(std::span<const PageProblem> problems) { return array_of(problems); }
 

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "authoring/check/check_rules.h"
 #include "authoring/page.h"
 #include "template/diagnostic.h"
 
@@ -15,6 +16,7 @@ inline constexpr int json_version = 1;
 
 nlohmann::json to_json(const Diagnostic& diagnostic);
 nlohmann::json to_json(const PageProblem& problem);
+nlohmann::json to_json(const Finding& finding);
 nlohmann::json to_json(std::span<const Diagnostic> diagnostics);
 nlohmann::json to_json(std::span<const PageProblem> problems);
 /// What stopped a command: the object that --json prints in place of a result.

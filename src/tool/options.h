@@ -23,6 +23,8 @@ struct ExpandOptions {
   std::string section;
   std::vector<std::string> definitions;  ///< NAME=VALUE
   bool variables = false;
+  bool step = false;
+  bool step_first = false;
   std::size_t nesting = 256;
   std::size_t text_mebibytes = 64;
 };
@@ -30,6 +32,13 @@ struct ExpandOptions {
 struct ImportOptions {
   std::string file;  ///< "-" for standard input
   ImportRequest request;
+};
+
+struct CheckOptions {
+  std::vector<std::string> paths;
+  bool rules = false;
+  std::string explain;  ///< a rule's name
+  bool warnings_are_errors = false;
 };
 
 struct NewOptions {
