@@ -13,7 +13,7 @@
 
 namespace plexoras {
 
-/// The input form for what a template can be told: it builds itself from a window spec, a section of the template file
+/// The input form for what a template can be told: it builds itself from a window-spec, a section of the template file
 /// (see `WindowSpecEntry` and docs/window-spec.md).
 ///
 ///     const ObjectRef form = components.create(CustomizerControl::identifier);

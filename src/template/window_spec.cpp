@@ -125,7 +125,7 @@ private:
     const std::size_t line_break = text.substr(0, first).rfind('\n');
     const std::size_t begin = line_break == std::string_view::npos ? 0 : line_break + 1;
     Diagnostic diagnostic;
-    diagnostic.what = "a line of text means nothing in a window spec; begin it with #DEFINE";
+    diagnostic.what = "a line of text means nothing in a window-spec; begin it with #DEFINE";
     diagnostic.source_line = text.substr(begin, text.find('\r', first) - begin);
     diagnostic.where = place_of(diagnostic.source_line, source);
     diagnostic.where.column = first - begin + 1;

@@ -154,7 +154,8 @@ TEST(ControlProperties, KeepTheTitlesWithTheContents) {
     ControlProperties properties(loaded);
     EXPECT_EQ(properties.get("rowTitle"), c.contents == table ? "c" : "") << c.name;
     for (const auto& [title, text] : {std::pair("colTitle", "C&"), std::pair("valueTitle", "V")}) {
-      const std::string result = brief_outcome([&] { return properties.set(title, text), properties.get(title); });
+      const std::string result =
+          brief_outcome([&, title = title, text = text] { return properties.set(title, text), properties.get(title); });
       EXPECT_EQ(result, c.contents == "<bad" ? "error 5" : text) << c.name;
     }
     EXPECT_EQ(properties.get("Contents"), c.stored) << c.name;

@@ -56,7 +56,7 @@ TEST(DataSource, ImportsPiecesAsAskedFor) {
       {"a line without its label", "a\n\nb\n", {{.first_col = true}}, "error 9: Cannot Import File: d.csv:2: "},
   };
   for (const Case& c : cases) {
-    for (const std::size_t size : {1, 3, 1000}) {
+    for (const std::size_t size : {1U, 3U, 1000U}) {
       const std::string result =
           outcome([&] { return import_data(in_pieces(c.bytes, size), c.request).document.take_text(); });
       const bool fails = c.result.starts_with("error");
@@ -89,7 +89,7 @@ TEST(DataSource, WarnsOnceOfBytesThatAPageCannotShow) {
       {"\xEF\xBB\xBF\xFF\n\xFF", 1},
   };
   for (const Case& c : cases) {
-    for (const std::size_t size : {1, 2, 3, 10000}) {
+    for (const std::size_t size : {1U, 2U, 3U, 10000U}) {
       const std::vector<ImportWarning> warnings = import_data(in_pieces(c.bytes, size), {}).warnings;
       ASSERT_EQ(warnings.size(), c.line == 0 ? 0U : 1U) << c.bytes.substr(0, 20) << ", pieces of " << size;
       EXPECT_EQ(warnings.empty() ? 0 : warnings[0].line, c.line) << c.bytes.substr(0, 20) << ", pieces of " << size;

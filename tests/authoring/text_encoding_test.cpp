@@ -65,7 +65,7 @@ TEST(TextDecoder, DecodesHoweverTheTextIsCut) {
       {"no text", "UTF-16", "", ""},
   };
   for (const Case& c : cases) {
-    for (const std::size_t size : {1, 2, 3, 5, 1000}) {
+    for (const std::size_t size : {1U, 2U, 3U, 5U, 1000U}) {
       EXPECT_EQ(decoded(c.encoding, c.bytes, size), c.text) << c.name << ", pieces of " << size;
     }
   }
@@ -77,7 +77,7 @@ TEST(TextDecoder, DecodesMoreThanItsBuffers) {
     wide += "a\0\x3D\xD8\x42\xDE"s;
     text += "a\xF0\x9F\x99\x82";
   }
-  for (const std::size_t size : {997, 1 << 20}) {
+  for (const std::size_t size : {997U, 1U << 20}) {
     EXPECT_EQ(decoded("UTF-16LE", wide, static_cast<std::size_t>(size)), text);
     EXPECT_EQ(decoded("UTF-8", text, static_cast<std::size_t>(size)), text);
   }
@@ -120,7 +120,7 @@ TEST(TextDecoder, NamesTheBytesThatMeanNothing) {
       {"no name", "", "", "There is no encoding \"\"; common ones are UTF-8, UTF-16, windows-1252 and ISO-8859-15"},
   };
   for (const Case& c : cases) {
-    for (const std::size_t size : {1, 2, 1000}) {
+    for (const std::size_t size : {1U, 2U, 1000U}) {
       EXPECT_EQ(refusal(c.encoding, c.bytes, size), c.refusal) << c.name << ", pieces of " << size;
     }
   }

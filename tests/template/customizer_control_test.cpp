@@ -23,8 +23,8 @@ public:
 
 /// An author in front of the form of a template, which knows it by its members' names alone.
 struct Author {
-  explicit Author(std::string_view spec, std::initializer_list<std::pair<std::string, std::string>> settings = {}) {
-    host.files["T.DAT"] = "[S]\n" + std::string(spec) + "[CONSTANT]\n#DEFINE PIE_Flat 0\n#DEFINE PIE_3D 1\n";
+  explicit Author(std::string_view lines, std::initializer_list<std::pair<std::string, std::string>> settings = {}) {
+    host.files["T.DAT"] = "[S]\n" + std::string(lines) + "[CONSTANT]\n#DEFINE PIE_Flat 0\n#DEFINE PIE_3D 1\n";
     for (const auto& [key, value] : settings) values->atPut(key, value, Dictionary::EmptyValues::Keep);
     register_template_forms(host.components, session);
     component = host.components.create(CustomizerControl::identifier);
@@ -138,7 +138,7 @@ TEST(CustomizerControl, StoresWhatWasEditedWhenAccepted) {
 TEST(CustomizerControl, KeepsWhatItCannotShow) {
   struct Case {
     const char* name;
-    std::string_view spec, value, shown;
+    std::string_view lines, value, shown;
   };
   const Case cases[] = {
       {"no such choice", "choice|n=Note", "banner", "ComboBox A [A] banner (not in this list)"},
@@ -153,7 +153,7 @@ TEST(CustomizerControl, KeepsWhatItCannotShow) {
       {"suggestions", "combo|a;b", "c", "ComboBox A [A] c"},
   };
   for (const Case& c : cases) {
-    Author author("#DEFINE A_SPEC 'A|" + std::string(c.spec) + "'\n#DEFINE B_SPEC 'B|text'\n",
+    Author author("#DEFINE A_SPEC 'A|" + std::string(c.lines) + "'\n#DEFINE B_SPEC 'B|text'\n",
                   {{"A", std::string(c.value)}, {"B", ""}});
     EXPECT_TRUE(picture(*form_of(author.component)).starts_with(std::string(c.shown) + "\n")) << c.name;
     author.box("B").user_type("edited");
@@ -177,7 +177,7 @@ TEST(CustomizerControl, AnEditThatIsTakenBackIsNone) {
 
 TEST(CustomizerControl, RefusesValuesThatASettingDoesNotTake) {
   struct Case {
-    std::string_view spec, typed, problem;
+    std::string_view lines, typed, problem;
   };
   const Case cases[] = {
       {"Size:|integer|1..9", "10", "Size takes a whole number from 1 to 9, not \"10\""},
@@ -188,7 +188,7 @@ TEST(CustomizerControl, RefusesValuesThatASettingDoesNotTake) {
       {"Colour|color", "red;x", "Colour takes a colour such as #2f6fbd or teal, not \"red;x\""},
   };
   for (const Case& c : cases) {
-    Author author("#DEFINE B_SPEC 'B|text'\n#DEFINE A_SPEC '" + std::string(c.spec) + "'\n",
+    Author author("#DEFINE B_SPEC 'B|text'\n#DEFINE A_SPEC '" + std::string(c.lines) + "'\n",
                   {{"A", "old"}, {"B", "old"}});
     author.box("B").user_type("new");
     author.box("A").user_type(c.typed);

@@ -33,7 +33,7 @@ std::string line_of(const WindowSpecEntry& entry) {
 }
 
 /// A template author's file, and the control's values that it is read with.
-struct Spec {
+struct Reading {
   std::string operator()(std::string_view section) {
     host.files["T.DAT"] = "[S]\n" + std::string(section) + "[CONSTANT]\n#DEFINE PIE_Flat 0\n#DEFINE PIE_3D 1\n";
     values.atPut("KIND", "tip");
@@ -90,9 +90,9 @@ TEST(WindowSpec, ReadsEachKindOfEntry) {
        "text A [x]\n"},
   };
   for (const Case& c : cases) {
-    Spec spec;
-    EXPECT_EQ(spec(c.section), c.entries) << c.name;
-    EXPECT_EQ(spec.diagnostics(), "") << c.name;
+    Reading reading;
+    EXPECT_EQ(reading(c.section), c.entries) << c.name;
+    EXPECT_EQ(reading.diagnostics(), "") << c.name;
   }
 }
 
@@ -131,13 +131,14 @@ TEST(WindowSpec, TellsWhereItCannotRead) {
        "there is no type \"txet\"; known: text, multiline, color, integer, number, check, choice, combo, lookup"},
   };
   for (const Case& c : cases) {
-    Spec spec;
+    Reading reading;
     const std::string place = "T.DAT:3:" + std::to_string(c.column) + ": ";
-    const std::string entries = spec("#DEFINE A_SPEC 'A|text'\n" + std::string(c.line) + "\n#DEFINE C_SPEC 'C|text'\n");
+    const std::string entries =
+        reading("#DEFINE A_SPEC 'A|text'\n" + std::string(c.line) + "\n#DEFINE C_SPEC 'C|text'\n");
     EXPECT_TRUE(entries.starts_with("text A [A]\nUnreadable ")) << entries;
     EXPECT_TRUE(entries.ends_with(" [" + place + std::string(c.what) + "]\ntext C [C]\n")) << entries;
-    EXPECT_EQ(spec.diagnostics(), place + "error: " + std::string(c.what) + "\n  " + std::string(c.line) + "\n  " +
-                                      std::string(c.column - 1, ' ') + "^\n");
+    EXPECT_EQ(reading.diagnostics(), place + "error: " + std::string(c.what) + "\n  " + std::string(c.line) + "\n  " +
+                                         std::string(c.column - 1, ' ') + "^\n");
   }
 }
 
@@ -152,7 +153,7 @@ TEST(WindowSpec, GoesOnWithWhatItCanRead) {
       {"words about nothing", "#DEFINE A_COMMENT 'x'\n", "",
        "T.DAT:2:20: error: there is no entry \"A\" that this could be about\n"},
       {"a line without its directive", "#DEFINE A_SPEC 'A|text'\n\nB_SPEC 'B|text'\n", "text A [A]\n",
-       "T.DAT:4:1: error: a line of text means nothing in a window spec; begin it with #DEFINE\n"},
+       "T.DAT:4:1: error: a line of text means nothing in a window-spec; begin it with #DEFINE\n"},
       {"the last definition counts", "#DEFINE A_SPEC 'A'\n#DEFINE B_SPEC 'B|text'\n#DEFINE A_SPEC 'C|text'\n",
        "text A [C]\ntext B [B]\n", ""},
       {"an inclusion", "#INCLUDE M\n[M]\n#DEFINE A_SPEC 'A|x'\n",
@@ -161,19 +162,19 @@ TEST(WindowSpec, GoesOnWithWhatItCanRead) {
        "T.DAT:3:1: error: the directive needs more: write #DEFINE NAME value (error 5)\n"},
   };
   for (const Case& c : cases) {
-    Spec spec;
-    EXPECT_TRUE(spec(c.section).starts_with(c.entries)) << c.name;
-    EXPECT_TRUE(spec.diagnostics().starts_with(c.told)) << c.name << "\n" << spec.diagnostics();
-    EXPECT_EQ(spec.session.diagnostics.size(), c.told.empty() ? 0u : 1u) << c.name;
+    Reading reading;
+    EXPECT_TRUE(reading(c.section).starts_with(c.entries)) << c.name;
+    EXPECT_TRUE(reading.diagnostics().starts_with(c.told)) << c.name << "\n" << reading.diagnostics();
+    EXPECT_EQ(reading.session.diagnostics.size(), c.told.empty() ? 0u : 1u) << c.name;
   }
 }
 
 TEST(WindowSpec, WhatTheControlBringsIsNoEntry) {
-  Spec spec;
-  spec.values.atPut("OLD_SPEC", "x");
-  EXPECT_EQ(spec("#DEFINE A_SPEC 'A|text'\n"), "text A [A]\n");
-  EXPECT_EQ(read_window_spec(spec.session, "NONE.DAT", "S", spec.values).size(), 0u);
-  EXPECT_EQ(spec.session.diagnostics.size(), 1u) << "that the file is missing";
+  Reading reading;
+  reading.values.atPut("OLD_SPEC", "x");
+  EXPECT_EQ(reading("#DEFINE A_SPEC 'A|text'\n"), "text A [A]\n");
+  EXPECT_EQ(read_window_spec(reading.session, "NONE.DAT", "S", reading.values).size(), 0u);
+  EXPECT_EQ(reading.session.diagnostics.size(), 1u) << "that the file is missing";
 }
 
 }  // namespace
