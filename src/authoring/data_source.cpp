@@ -5,6 +5,7 @@
 #include <memory>
 #include <new>
 #include <span>
+#include <utility>
 
 #include "authoring/encoding_guess.h"
 #include "authoring/text_encoding.h"
@@ -193,7 +194,7 @@ private:
     if (tell_) tell_(guess);
     warnings_ = guess.warnings;
     begin({guess.format, guess.encoding});
-    add(std::string(std::move(sample_)));
+    add(std::exchange(sample_, {}));
   }
 
   const std::string& name_;
