@@ -65,7 +65,7 @@ std::string JoinPath(std::string_view directory, std::string_view file) {
 
 std::string TemplateFiles::LocateTemplateFile(std::string_view name) {
   if (first_folder_) {
-    const std::string beside = JoinPath(*first_folder_, name);
+    std::string beside = JoinPath(*first_folder_, name);
     if (platform_.files.can_read(beside)) return beside;
   }
   const std::string installed = platform_.settings.read("Default", "PATH", "");
