@@ -18,10 +18,11 @@ namespace plexoras {
 /// | `getLanguages()` | a list of entries "code-name": the languages that formats can be chosen from |
 /// | `getCountries()` | the same for the countries of `FormatLanguage` |
 /// | `getVariants()` | the same for the variants of these two; the empty entry is for none |
-/// | `chooseLanguage(code)` | sets `FormatLanguage`, and the likeliest country unless the language is at home in the
-/// old | | `chooseCountry(code)` | sets `FormatCountry` | | `formatSample(text)` | the text as the chart shows such a
-/// value, see `ValueFormat::show` |
+/// | `chooseLanguage(code)` | sets `FormatLanguage`; the country too, see below |
+/// | `chooseCountry(code)` | sets `FormatCountry` |
+/// | `formatSample(text)` | the text as the chart shows such a value, see `ValueFormat::show` |
 ///
+/// A language that is not at home in the present country brings the country that it is likeliest used in.
 /// After either choice a variant that there is none of here gives way to none. Putting the properties themselves, or a
 /// style document, changes nothing else, so that settings come back as they were saved.
 class FormatMembers {

@@ -14,9 +14,9 @@ namespace plexoras {
 ///     lists.countries("de")       "AT-Österreich", "DE-Deutschland", ...
 ///     lists.variants("en", "US")  "", "POSIX-Computer"
 ///
-/// Languages and countries are named in the language in question, in UTF-8, and stand in the order of their codes. Each
-/// list is made when it is first asked for (tens of milliseconds for the first) and kept; a program makes one object of
-/// this class for all its charts. Not for several threads at once.
+/// Languages and countries are named in the language in question, in UTF-8, and stand in the order of their codes.
+/// These lists are made when they are first asked for (tens of milliseconds for the first) and kept; variants are
+/// looked up each time. A program makes one object of this class for all its charts. Not for several threads at once.
 class LocaleLists {
 public:
   /// Every language that there are formats for.
