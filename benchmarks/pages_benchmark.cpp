@@ -1,9 +1,10 @@
-// How long the style pages take to load a chart and to apply, with the real control, chart component and template.
+// How long the property pages take to load a chart and to apply, with the real control, chart component and template.
 //
 //     pages_benchmark share/DTC [--benchmark_filter=styles/load ...]
 //
 // Names are PAGE/load, a selection of the control; PAGE/apply, a click on the apply button; and PAGE/make, a page from
-// nothing. What a page has written is read back before anything is timed.
+// nothing. What a page has written is read back before anything is timed, so the lists of languages and countries are
+// made.
 
 #include <benchmark/benchmark.h>
 
@@ -20,6 +21,7 @@
 #include "chart_control/diagram_dtc.h"
 #include "host/headless_site.h"
 #include "pages/chart_styles_page.h"
+#include "pages/format_page.h"
 #include "pages/styles_page.h"
 #include "pages/table_styles_page.h"
 #include "template/engine_fixture.h"
@@ -82,6 +84,11 @@ void make(benchmark::State& state, const MakePage& make_page, Chart& chart) {
 void run(int argc, char** argv) {
   benchmark::Initialize(&argc, argv);
   if (argc != 2) throw std::runtime_error("usage: pages_benchmark TEMPLATES_FOLDER [--benchmark_...]");
+#ifdef __clang__
+  benchmark::AddCustomContext("compiler", "clang " __clang_version__);
+#else
+  benchmark::AddCustomContext("compiler", "g++ " __VERSION__);
+#endif
   Chart chart(argv[1]);
 
   struct Row {
@@ -95,14 +102,16 @@ void run(int argc, char** argv) {
       {"styles", [](Chart& c) { return std::make_unique<Styles>(c.session); }, "chkHasBorder", "HasBorder"},
       {"chart styles", [](Chart&) { return std::make_unique<ChartStyles>(); }, "cbHasStatistics", "HasStatistics"},
       {"table styles", [](Chart&) { return std::make_unique<TableStyles>(); }, "cbEqualRows", "EqualRows"},
+      {"format", [](Chart& c) { return std::make_unique<Format>(c.host); }, "chkUseDefaultLocale",
+       "FormatUseDefaultLocale"},
+  };
+  const auto add = [](const std::string& name, auto timed) {
+    benchmark::RegisterBenchmark(name.c_str(), timed)->Unit(benchmark::kMicrosecond);
   };
   for (Row& row : rows) {
     row.page = row.make_page(chart);
     check_edits(*row.page, chart, row.box, row.property);
     const std::string name = row.name;
-    const auto add = [](const std::string& full_name, auto timed) {
-      benchmark::RegisterBenchmark(full_name.c_str(), timed)->Unit(benchmark::kMicrosecond);
-    };
     add(name + "/load", [&](benchmark::State& state) { load(state, *row.page, chart); });
     add(name + "/apply", [&](benchmark::State& state) { apply(state, *row.page, chart); });
     add(name + "/make", [&](benchmark::State& state) { make(state, row.make_page, chart); });

@@ -112,13 +112,30 @@ void insert_and_delete_columns(benchmark::State& state) {
       [](DsTableContentsComponent& form) -> Button& { return form.cmdDeleteCol; });
 }
 
+// What hears of the editor's events, and takes the table's document when the author accepts it.
+class Acceptance final : public AutomationObject {
+public:
+  Acceptance(DsTableContentsComponent& form, std::string& document) : form_(form), document_(document) {}
+
+  Variant get(std::string_view member) override { no_such_member(member, "Acceptance"); }
+  void put(std::string_view member, const Variant&) override { no_such_member(member, "Acceptance"); }
+  Variant call(std::string_view event, Arguments) override {
+    if (event == "Accept") document_ = form_.GetDocument();
+    return {};
+  }
+
+private:
+  DsTableContentsComponent& form_;
+  std::string& document_;
+};
+
 // The document of an edited table: accepting writes the titles and fetches it.
 void get_document(benchmark::State& state) {
   Editing editing(state);
   editing.select(0, 0);
   editing.form().txtValue.user_type("-1");
   std::string document;
-  editing.form().on_accept = [&] { document = editing.form().GetDocument(); };
+  editing.form().host = std::make_shared<Acceptance>(editing.form(), document);
   for (auto _ : state) editing.form().cmdAccept.user_click();
   if (document.find("<value>-1</>") == std::string::npos) state.SkipWithError("the document lacks the edit");
 }

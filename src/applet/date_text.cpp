@@ -16,10 +16,11 @@ constexpr double furthest = 8.64e15;
 
 // Takes `count` digits off the front of `text`.
 std::optional<int> take_digits(std::string_view& text, std::size_t count) {
+  const std::string_view digits = text.substr(0, count);
+  // from_chars would take a sign.
+  if (digits.size() < count || digits.find_first_not_of("0123456789") != std::string_view::npos) return std::nullopt;
   int number = 0;
-  const char* const end = text.data() + std::min(count, text.size());
-  const auto [stop, error] = std::from_chars(text.data(), end, number);
-  if (error != std::errc() || stop != text.data() + count || number < 0) return std::nullopt;
+  std::from_chars(digits.data(), digits.data() + digits.size(), number);
   text.remove_prefix(count);
   return number;
 }

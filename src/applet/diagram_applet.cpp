@@ -138,6 +138,11 @@ struct DiagramApplet::Members {
     return StringList(std::begin(font_families), std::end(font_families));
   }
 
+  static Variant chart_image(DiagramApplet&, Arguments) {
+    throw AutomationError(RunTimeError::NoSuchAction,
+                          "Object doesn't support this action; the chart component of this program cannot draw yet");
+  }
+
   static Variant set_event_sink(DiagramApplet& applet, Arguments arguments) {
     applet.event_sink_ = arguments[0].is_nothing() ? nullptr : arguments[0].to_object();
     return {};
@@ -154,6 +159,7 @@ struct DiagramApplet::Members {
       {.name = "UseSampleContents", .call = use_sample_contents},
       {.name = "FormatXml", .call = format, .arguments = 2},
       {.name = "getFontList", .call = font_list},
+      {.name = "getChartImage", .call = chart_image},
       {.name = "setEventSink", .call = set_event_sink, .arguments = 1},
       {.name = "Refresh", .call = refresh},
   };

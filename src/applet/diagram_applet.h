@@ -43,6 +43,7 @@ inline constexpr std::string_view diagram_applet_identifier = chart_component::i
 /// | `FormatXml(flag, text)` | the document without line breaks between elements; a true flag escapes it for HTML |
 /// | every row of `FormatMembers` | lists for a number and date format, and a sample of it |
 /// | `getFontList()` | names of font families for `FontName` |
+/// | `getChartImage()` | error 445, for it draws nothing |
 /// | `Refresh()`, dispatch identifier 367 | repaints |
 ///
 /// The data can be edited as a table, see `TableModel`. Rows and columns count from 0; counts and indexes are Long:

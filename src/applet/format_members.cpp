@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "applet/locale_name.h"
 #include "applet/style_document.h"
 #include "chart_control/chart_component.h"
 
@@ -51,6 +52,8 @@ struct FormatCall {
   std::string country() const { return style[rows().country].to_text(); }
 
   void drop_foreign_variant() {
+    // A code that there is no entry of may be half typed, and says nothing yet.
+    if (known_language(language()).empty() || !has_entry(lists.countries(language()), country())) return;
     Variant& variant = style[rows().variant];
     if (!has_entry(lists.variants(language(), country()), variant.to_text())) variant = "";
   }

@@ -23,8 +23,9 @@ namespace plexoras {
 /// | `formatSample(text)` | the text as the chart shows such a value, see `ValueFormat::show` |
 ///
 /// A language that is not at home in the present country brings the country that it is likeliest used in.
-/// After either choice a variant that there is none of here gives way to none. Putting the properties themselves, or a
-/// style document, changes nothing else, so that settings come back as they were saved.
+/// After either choice a variant that there is none of here gives way to none. A code that is in no list, as while it
+/// is being typed, changes nothing else, and neither does putting the properties themselves or a style document, so
+/// that settings come back as they were saved.
 class FormatMembers {
 public:
   /// `lists` may serve many components.

@@ -74,9 +74,12 @@ const StringList& LocaleLists::countries(std::string_view language) {
   return entries;
 }
 
-StringList LocaleLists::variants(std::string_view language, std::string_view country) const {
+const StringList& LocaleLists::variants(std::string_view language, std::string_view country) {
   const icu::Locale place = locale_of(language, country);
-  StringList entries = {""};
+  StringList& entries = variants_[place.getName()];
+  if (!entries.empty()) return entries;
+
+  entries.emplace_back();
   for (const icu::Locale& locale : available_locales()) {
     const std::string_view variant = locale.getVariant();
     if (variant.empty() || std::string_view(locale.getLanguage()) != place.getLanguage() ||
@@ -100,7 +103,10 @@ std::string LocaleLists::likeliest_country(std::string_view language) const {
 }
 
 bool has_entry(const StringList& entries, std::string_view code) {
-  return std::ranges::any_of(entries, [&](const std::string& text) { return text.substr(0, text.find('-')) == code; });
+  const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
+  return std::ranges::any_of(entries, [&](std::string_view entry) {
+    return std::ranges::equal(entry.substr(0, entry.find('-')), code, {}, lower, lower);
+  });
 }
 
 }  // namespace plexoras

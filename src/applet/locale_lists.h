@@ -15,8 +15,8 @@ namespace plexoras {
 ///     lists.variants("en", "US")  "", "POSIX-Computer"
 ///
 /// Languages and countries are named in the language in question, in UTF-8, and stand in the order of their codes.
-/// These lists are made when they are first asked for (tens of milliseconds for the first) and kept; variants are
-/// looked up each time. A program makes one object of this class for all its charts. Not for several threads at once.
+/// Lists are made when they are first asked for (about ten milliseconds for the first) and kept. A program makes one
+/// object of this class for all its charts. Not for several threads at once.
 class LocaleLists {
 public:
   /// Every language that there are formats for.
@@ -27,7 +27,7 @@ public:
   const StringList& countries(std::string_view language);
 
   /// The empty entry, which stands for no variant, and the variants of the language in the country.
-  StringList variants(std::string_view language, std::string_view country) const;
+  const StringList& variants(std::string_view language, std::string_view country);
 
   /// The code of the country that the language is most likely used in; empty when there is none.
   std::string likeliest_country(std::string_view language) const;
@@ -35,9 +35,10 @@ public:
 private:
   StringList languages_;
   std::map<std::string, StringList> countries_;  // by `known_language`
+  std::map<std::string, StringList> variants_;   // by `locale_name`
 };
 
-/// Whether one of `entries` has this code.
+/// Whether one of `entries` has this code, in any case.
 bool has_entry(const StringList& entries, std::string_view code);
 
 }  // namespace plexoras

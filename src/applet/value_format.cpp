@@ -40,12 +40,20 @@ LocaleUse use_of(std::int32_t type) {
   return type == FormatSettings::Date ? LocaleUse::Dates : LocaleUse::Numbers;
 }
 
+// The sign that stands for the currency in a pattern, U+00A4 in UTF-8.
+constexpr std::string_view currency_sign = "\xC2\xA4";
+
+bool shows_currency(const FormatSettings& settings) {
+  if (settings.type == FormatSettings::Pattern) return settings.pattern.find(currency_sign) != std::string::npos;
+  return settings.type == FormatSettings::Currency;
+}
+
 icu::Locale locale_of(const FormatSettings& settings) {
   const std::string name = settings.use_current_locale
                                ? current_locale_name(use_of(settings.type))
                                : locale_name(settings.language, settings.country, settings.variant);
   icu::Locale locale(name.c_str());
-  if (settings.type == FormatSettings::Currency && *locale.getCountry() == '\0') {
+  if (shows_currency(settings) && *locale.getCountry() == '\0') {
     UErrorCode status = U_ZERO_ERROR;
     locale.addLikelySubtags(status);
   }

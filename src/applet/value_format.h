@@ -40,8 +40,9 @@ public:
   /// both are shown as of UTC. A text that is neither comes back as it is. With a pattern that is none the result says
   /// so, for a pattern is such while it is being typed.
   ///
-  /// A tie rounds away from zero. The default type shows a number plainly, with a point, in every locale. A currency
-  /// is that of the country, or of the likeliest one where none is given.
+  /// A tie rounds away from zero. The default type shows a number plainly, with a point, in every locale. A currency,
+  /// also the one that "¤" stands for in a pattern, is that of the country, or of the likeliest one where none is
+  /// given.
   std::string show(std::string_view text, const FormatSettings& settings);
 
 private:

@@ -107,17 +107,22 @@ Variant typed_value(std::string_view name, std::string_view text, ValueType type
   } catch (const AutomationError&) {
     // Told below, with what the type takes.
   }
-  for (const TypeText& row : type_texts) {
-    if (row.type != type) continue;
-    throw AutomationError(
-        is_integral && is_whole_number(text) ? RunTimeError::Overflow : RunTimeError::TypeMismatch,
-        std::string(name) + " takes " + std::string(row.expected) + ", not \"" + std::string(text.substr(0, 60)) + "\"",
-        "ControlProperties");
-  }
-  return Variant(text);
+  const std::string_view expected = expected_text(type);
+  if (expected.empty()) return Variant(text);
+  throw AutomationError(
+      is_integral && is_whole_number(text) ? RunTimeError::Overflow : RunTimeError::TypeMismatch,
+      std::string(name) + " takes " + std::string(expected) + ", not \"" + std::string(text.substr(0, 60)) + "\"",
+      "ControlProperties");
 }
 
 }  // namespace
+
+std::string_view expected_text(ValueType type) {
+  for (const TypeText& row : type_texts) {
+    if (row.type == type) return row.expected;
+  }
+  return {};
+}
 
 bool is_control_name(std::string_view name) {
   const auto is_letter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
@@ -149,6 +154,18 @@ void ControlProperties::unknown(std::string_view name) const {
   throw AutomationError(RunTimeError::NoSuchMember,
                         "there is no property \"" + std::string(name) + "\"" + did_you_mean(name, names()),
                         "ControlProperties");
+}
+
+ControlProperties::Kind ControlProperties::kind(std::string_view name) const {
+  if (const PlaceProperty* place = find_place_property(name)) return {Group::Place, place->type};
+  if (control_.component() != nullptr) {
+    if (const ForwardedProperty* property = find_forwarded_property(name)) return {Group::Chart, property->type};
+    if (is_component_property(name)) return {Group::Chart, style_properties()[find_style_property(name)].type};
+    if (is_one_of(name, title_members)) return {Group::Chart, ValueType::String};
+    if (is_one_of(name, ratio_members)) return {Group::Chart, ValueType::Double};
+  }
+  if (!control_.control().CustomProperties()->includes(name, Dictionary::EmptyValues::Keep)) unknown(name);
+  return {Group::Custom, ValueType::String};
 }
 
 std::string ControlProperties::get(std::string_view name) const {

@@ -16,10 +16,19 @@ class ControlProperties {
 public:
   enum class NewKeys { Refuse, Accept };
 
+  /// What a property is: part of the control's place on the page, of the chart, or of what the template declares.
+  enum class Group { Place, Chart, Custom };
+  struct Kind {
+    Group group;
+    ValueType type;
+  };
+
   /// `control` outlives this.
   explicit ControlProperties(LiveControl& control) : control_(control) {}
 
   std::vector<std::string> names() const;
+  /// Error 438 with a suggestion when there is no such property.
+  Kind kind(std::string_view name) const;
   /// Error 438 with a suggestion when there is no such property.
   std::string get(std::string_view name) const;
   /// Sets a property from text. Error 438 as above unless new custom properties are accepted; error 5, 6 or 13 with
@@ -41,6 +50,9 @@ private:
 
   LiveControl& control_;
 };
+
+/// What a text must be to be a value of `type` ("a whole number from -32768 to 32767"); empty where any text will do.
+std::string_view expected_text(ValueType type);
 
 /// Whether `name` can name a control: a letter, then letters, digits, ".", "-", "_" and ":".
 bool is_control_name(std::string_view name);

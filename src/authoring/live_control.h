@@ -36,6 +36,7 @@ public:
   /// A new control, with the data it shows at first stored as its own.
   static LiveControl make_new(TemplateSession& session, std::string_view type, std::string_view name);
 
+  const std::string& identifier() const { return identifier_; }
   DesignTimeControl& control() { return *control_; }
   HeadlessSite& site() { return *site_; }
   /// What is to be written into the page.

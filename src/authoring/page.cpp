@@ -186,6 +186,7 @@ Page Page::parse(std::string path, std::string bytes) {
   page.bytes_ = std::move(bytes);
   ScannedPage scanned = scan_page(page.bytes_);
   page.content_end_ = scanned.content_end;
+  page.language_ = scanned.language;
 
   PlaceFinder places(page.bytes_);
   std::map<std::string, std::size_t> lines_by_name;

@@ -74,6 +74,8 @@ public:
   std::optional<std::size_t> find(std::string_view name) const;
   /// The line break that the page uses.
   std::string_view line_break() const { return line_break_of(bytes_); }
+  /// The language that the page says it is in, "de" or "pt-BR": the `lang` of its <html> tag; empty when it says none.
+  const std::string& language() const { return language_; }
   /// Where content ends: before the end tag of the body.
   std::size_t content_end() const { return content_end_; }
 
@@ -107,6 +109,7 @@ private:
   std::string bytes_;
   std::vector<Control> controls_;
   std::size_t content_end_ = 0;
+  std::string language_;
 };
 
 /// Writes `bytes` to `path` unless the file holds just these; true when it was written. Files are replaced whole.

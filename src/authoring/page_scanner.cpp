@@ -10,6 +10,7 @@ constexpr std::size_t npos = std::string_view::npos;
 
 bool is_space(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f'; }
 bool is_letter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+bool is_digit(char c) { return c >= '0' && c <= '9'; }
 char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
 // Whether `text` begins with `word`, which is in lower case, in any case.
@@ -18,9 +19,41 @@ bool starts_with_word(std::string_view text, std::string_view word) {
          std::equal(word.begin(), word.end(), text.begin(), [](char w, char t) { return w == lower(t); });
 }
 
+// The value of the attribute `lang` in the attributes of a tag; empty for what can be no language tag.
+std::string_view language_of(std::string_view attributes) {
+  for (std::size_t at = 0; at < attributes.size(); ++at) {
+    if (!is_space(attributes[at]) || !starts_with_word(attributes.substr(at + 1), "lang")) continue;
+    std::size_t begin = attributes.find_first_not_of(" \t\r\n\f", at + 5);
+    if (begin == npos || attributes[begin] != '=') continue;
+    begin = attributes.find_first_not_of(" \t\r\n\f\"'", begin + 1);
+    if (begin == npos) continue;
+    std::size_t end = begin;
+    while (end < attributes.size() && (is_letter(attributes[end]) || is_digit(attributes[end]) || attributes[end] == '-')) {
+      ++end;
+    }
+    return attributes.substr(begin, end - begin);
+  }
+  return {};
+}
+
 // Elements whose content is text: no tag or comment begins inside them.
 constexpr std::string_view text_elements[] = {"script", "style",  "title",    "textarea",
                                               "xmp",    "iframe", "noframes", "noembed"};
+
+// Elements whose start tag ends a paragraph that is open. Their end tag ends it, too, for the paragraph is in them.
+constexpr std::string_view block_elements[] = {
+    "address", "article", "aside", "blockquote", "body", "caption", "center", "dd", "details", "dialog", "dir", "div",
+    "dl", "dt", "fieldset", "figcaption", "figure", "footer", "form", "h1", "h2", "h3", "h4", "h5", "h6", "header",
+    "hgroup", "hr", "html", "li", "listing", "main", "menu", "nav", "ol", "p", "plaintext", "pre", "search",
+    "section", "summary", "table", "tbody", "td", "tfoot", "th", "thead", "tr", "ul", "xmp",
+};
+
+// The name of a tag that begins with `tag`: what stands before a blank, "/" or ">".
+std::string_view tag_name(std::string_view tag) { return tag.substr(0, tag.find_first_of(" \t\r\n\f/>")); }
+
+bool is_word(std::string_view text, std::string_view word) {
+  return text.size() == word.size() && starts_with_word(text, word);
+}
 
 class Scanner {
 public:
@@ -49,6 +82,7 @@ public:
       } else if (rest.size() > 2 && rest[1] == '/' && is_letter(rest[2])) {
         if (starts_with_word(rest, "</body")) body_end = at_;
         if (starts_with_word(rest, "</html")) html_end = at_;
+        if (is_block(tag_name(rest.substr(2)))) in_paragraph_ = false;
         skip_tag();
       } else {
         ++at_;
@@ -74,6 +108,7 @@ private:
   void control() {
     ControlSpan span;
     span.in_comment = std::exchange(in_comment_, false);
+    span.in_paragraph = in_paragraph_;
     span.begin = at_;
     span.state_end = page_.find("-->", at_);
     if (span.state_end == npos) {
@@ -119,8 +154,12 @@ private:
   void open_tag() {
     const std::size_t begin = at_ + 1;
     skip_tag();
+    const std::string_view tag = page_.substr(begin);
+    if (const std::string_view name = tag_name(tag); is_block(name)) in_paragraph_ = is_word(name, "p");
+    if (result_.language.empty() && starts_with_word(tag, "html")) {
+      result_.language = language_of(tag.substr(4, at_ - begin - 4));
+    }
     for (const std::string_view name : text_elements) {
-      const std::string_view tag = page_.substr(begin);
       if (!starts_with_word(tag, name) || tag.size() == name.size()) continue;
       const char after = tag[name.size()];
       if (is_space(after) || after == '>' || after == '/') return skip_to_end_tag(name);
@@ -151,9 +190,15 @@ private:
     if (at_ < page_.size()) ++at_;
   }
 
+  static bool is_block(std::string_view name) {
+    return std::any_of(std::begin(block_elements), std::end(block_elements),
+                       [&](std::string_view element) { return is_word(name, element); });
+  }
+
   std::string_view page_;
   std::size_t at_ = 0;
   bool in_comment_ = false;
+  bool in_paragraph_ = false;
   ScannedPage result_;
 };
 

@@ -19,7 +19,8 @@ struct ControlSpan {
   std::size_t text_begin = 0;
   std::size_t text_end = 0;
   std::size_t end = 0;
-  bool in_comment = false;  ///< its opening comment ends an ordinary one that it stands in
+  bool in_comment = false;    ///< its opening comment ends an ordinary one that it stands in
+  bool in_paragraph = false;  ///< a <p> is open, which the first block in the control's text would end
 };
 
 /// A mark that cannot be read, and why; or one whose name another has.
@@ -34,6 +35,8 @@ struct ScannedPage {
   std::vector<SpanProblem> problems;
   /// Before the last "</body" tag, else the last "</html" tag, else the end: where a page's content ends.
   std::size_t content_end = 0;
+  /// The attribute `lang` of the first <html> tag, when it is a language tag; otherwise empty.
+  std::string_view language;
 };
 
 inline constexpr std::string_view control_opening = "<!--dtc";

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "authoring/data_table.h"
 #include "authoring/live_control.h"
 #include "host/atomic_file.h"
 
@@ -10,34 +11,8 @@ namespace fs = std::filesystem;
 namespace plexoras {
 namespace {
 
-// The text of one control. What its template had to say goes to `told`; any of it is a failure here, since readers
-// would see its traces.
-std::string make_text(TemplateSession& session, const ControlRecord& record, std::vector<Diagnostic>& told) {
-  const std::size_t told_before = session.diagnostics.size();
-  const auto collect = [&] {
-    const auto first = session.diagnostics.begin() + static_cast<std::ptrdiff_t>(told_before);
-    told.insert(told.end(), first, session.diagnostics.end());
-    return first != session.diagnostics.end();
-  };
-  std::string text;
-  try {
-    LiveControl control(session, record);
-    const std::string file(control.control().templateFile());
-    if (session.files.section(file, "TEMPLATE").text.empty()) {
-      throw AutomationError(RunTimeError::InvalidCall,
-                            file + " has nothing in section \"TEMPLATE\", so that the control would vanish");
-    }
-    text = control.control().GetRuntimeTextOnErrorReport();
-  } catch (const AutomationError&) {
-    collect();
-    throw;
-  }
-  if (collect()) {
-    throw AutomationError(RunTimeError::InvalidCall, "its template failed: " + session.diagnostics[told_before].what,
-                          "Publisher");
-  }
-  return text;
-}
+// Stands beside the template files, and is put beside the published pages.
+constexpr std::string_view script_name = "plexoras-diagram.js";
 
 // What readers of a target get of its controls now. The target is read when the first one is asked for.
 class LastTexts {
@@ -65,7 +40,58 @@ private:
   std::optional<Page> page_;
 };
 
+// The address of the file `to` on a page in the folder `from`, as pages write it.
+std::string relative_address(const fs::path& to, const fs::path& from) {
+  constexpr char digits[] = "0123456789ABCDEF";
+  std::string address;
+  for (const char c : to.lexically_normal().lexically_relative(from.lexically_normal()).generic_string()) {
+    const bool plain = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
+                       std::string_view("/.-_~").find(c) != std::string_view::npos;
+    if (plain) {
+      address += c;
+    } else {
+      const auto byte = static_cast<unsigned char>(c);
+      address += {'%', digits[byte / 16], digits[byte % 16]};
+    }
+  }
+  return address;
+}
+
 }  // namespace
+
+// The text of one control. What its template had to say goes to `told`; any of it is a failure here, since readers
+// would see its traces.
+std::string Publisher::make_text(const Page& page, const ControlRecord& record, const std::string& script,
+                                 std::vector<Diagnostic>& told) {
+  const std::size_t told_before = session_.diagnostics.size();
+  const std::size_t told_of_others = told.size();
+  const auto collect = [&] {
+    for (Diagnostic& diagnostic : session_.take_diagnostics(told_before)) told.push_back(std::move(diagnostic));
+    return told.size() > told_of_others;
+  };
+  std::string text;
+  try {
+    LiveControl live(session_, record);
+    DesignTimeControl& control = live.control();
+    const std::string file(control.templateFile());
+    if (session_.files.section(file, "TEMPLATE").text.empty()) {
+      throw AutomationError(RunTimeError::InvalidCall,
+                            file + " has nothing in section \"TEMPLATE\", so that the control would vanish");
+    }
+    const std::string caption = control.GetProperty("CAPTION");
+    control.SetProperty("DATATABLE", data_table(live, caption.empty() ? record.name : caption, page.language()));
+    control.SetProperty("DIAGRAMSCRIPT", script);
+    text = control.GetRuntimeTextOnErrorReport();
+  } catch (const AutomationError&) {
+    collect();
+    throw;
+  }
+  if (collect()) {
+    throw AutomationError(RunTimeError::InvalidCall, "its template failed: " + told[told_of_others].what,
+                          "Publisher");
+  }
+  return text;
+}
 
 bool Publisher::write(const std::string& target, std::string_view bytes) {
   if (writing_ == Writing::Write) {
@@ -80,8 +106,11 @@ bool Publisher::write(const std::string& target, std::string_view bytes) {
   }
 }
 
-PublishedFile Publisher::publish_page(const std::string& source, const std::string& target) {
+PublishedFile Publisher::publish_page(const std::string& source, const std::string& target, const std::string& root) {
   PublishedFile result{.source = source, .target = target};
+  const fs::path folder = fs::path(target).parent_path();
+  const std::string script_path = ((root.empty() ? folder : fs::path(root)) / script_name).lexically_normal().string();
+  std::string script = relative_address(script_path, folder);
   try {
     const Page page = Page::read(source);
     Page::Edit edit(page);
@@ -89,8 +118,13 @@ PublishedFile Publisher::publish_page(const std::string& source, const std::stri
     for (std::size_t i = 0; i < page.controls().size(); ++i) {
       const Page::Control& control = page.controls()[i];
       try {
-        edit.replace_text(i, make_text(session_, control.record, result.diagnostics));
+        const std::string text = make_text(page, control.record, script, result.diagnostics);
+        edit.replace_text(i, text);
         ++result.controls;
+        if (!script.empty() && text.find(script) != std::string::npos) {
+          scripts_.insert(script_path);
+          script.clear();
+        }
       } catch (const AutomationError& error) {
         // In place the text is there already, and stays byte for byte.
         const auto last = target == source ? std::nullopt : last_texts.of(control.record.name);
@@ -125,6 +159,28 @@ PublishedFile Publisher::copy_file(const std::string& source, const std::string&
     result.outcome = PublishedFile::Outcome::Failed;
   }
   return result;
+}
+
+std::vector<PublishedFile> Publisher::publish_scripts() {
+  std::vector<PublishedFile> results;
+  for (const std::string& target : scripts_) {
+    PublishedFile result{.source = session_.files.LocateTemplateFile(script_name), .target = target};
+    try {
+      if (result.source.empty()) {
+        throw AutomationError(RunTimeError::FileNotFound,
+                              std::string(script_name) +
+                                  " is not installed with the template files; readers see the data as tables until "
+                                  "you put it there",
+                              "Publisher");
+      }
+      if (write(target, read_file(result.source))) result.outcome = PublishedFile::Outcome::Copied;
+    } catch (const AutomationError& error) {
+      result.problems.push_back({target, {}, error.description()});
+      result.outcome = PublishedFile::Outcome::Failed;
+    }
+    results.push_back(std::move(result));
+  }
+  return results;
 }
 
 }  // namespace plexoras

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,6 +29,10 @@ struct PublishedFile {
 
 /// Makes pages for readers: the text of every control is made anew from its state and its template.
 ///
+/// A template finds two custom properties more than the page keeps, for this run alone: DATATABLE, a chart's data as an
+/// HTML table (`data_table`), and DIAGRAMSCRIPT, the address of the script that draws charts, until one control of the
+/// page has used it. The script itself is put beside the pages by `publish_scripts`, once for each site.
+///
 /// The same input gives the same bytes. A control that fails keeps the text that readers of the target have of it, so
 /// that a page never shows half a chart; the other controls of the page, and the other pages, come out all the same.
 /// Targets that would not change are not touched, and those that change are replaced whole.
@@ -39,22 +44,29 @@ public:
   explicit Publisher(TemplateSession& session, Writing writing = Writing::Write)
       : session_(session), writing_(writing) {}
 
-  /// Publishes the page `source` to `target`, which may be the same file. Folders are made as needed.
-  PublishedFile publish_page(const std::string& source, const std::string& target);
+  /// Publishes the page `source` to `target`, which may be the same file. Folders are made as needed. `root` is the
+  /// folder of the published site that the target is in, where the script goes; empty: the target's own folder.
+  PublishedFile publish_page(const std::string& source, const std::string& target, const std::string& root = {});
   /// Copies a file that is no page.
   PublishedFile copy_file(const std::string& source, const std::string& target);
+  /// Puts the script that draws charts where the pages published so far look for it.
+  std::vector<PublishedFile> publish_scripts();
 
 private:
+  std::string make_text(const Page& page, const ControlRecord& record, const std::string& script,
+                        std::vector<Diagnostic>& told);
   bool write(const std::string& target, std::string_view bytes);
 
   TemplateSession& session_;
   Writing writing_;
+  std::set<std::string> scripts_;  // paths of scripts that pages ask for
 };
 
 /// One file of a site, and where it goes.
 struct SiteFile {
   std::string source;
   std::string target = {};
+  std::string root = {};     ///< the folder of the site that the target is in
   bool is_page = false;      ///< by its extension: may hold controls
   std::string problem = {};  ///< why it can be neither read nor listed; empty for a file
 };

@@ -50,9 +50,10 @@ void Refresher::refresh_chart(const Page& page, std::size_t index, Documents& do
                               RefreshedChart& chart) {
   const std::size_t told_before = session_.diagnostics.size();
   LiveControl control(session_, page.controls()[index].record);
-  if (session_.diagnostics.size() > told_before) {
+  const std::vector<Diagnostic> told = session_.take_diagnostics(told_before);
+  if (!told.empty()) {
     // What a control saves depends on what its template declares.
-    const Diagnostic& first = session_.diagnostics[told_before];
+    const Diagnostic& first = told.front();
     throw AutomationError(RunTimeError::InvalidCall,
                           "its template cannot be used: " + to_text(first.where) + ": " + first.what);
   }

@@ -101,7 +101,7 @@ private:
 std::vector<SiteFile> site_files(const std::vector<std::string>& paths, const std::string& output) {
   std::vector<SiteFile> files;
   std::map<std::string, std::string> source_of;
-  const auto add = [&](const fs::path& source, const fs::path& below_output, bool page) {
+  const auto add = [&](const fs::path& source, const fs::path& below_output, const fs::path& root, bool page) {
     if (output.empty() && !page) return;
     const std::string target = output.empty() ? source.string() : (fs::path(output) / below_output).string();
     const auto [earlier, is_new] = source_of.emplace(target, source.string());
@@ -111,7 +111,7 @@ std::vector<SiteFile> site_files(const std::vector<std::string>& paths, const st
       throw AutomationError(RunTimeError::InvalidCall,
                             earlier->second + " and " + source.string() + " would both be written to " + target);
     }
-    files.push_back({source.string(), target, page});
+    files.push_back({source.string(), target, output.empty() ? root.string() : output, page});
   };
   try {
     if (!output.empty() && fs::exists(output) && !fs::is_directory(output)) {
@@ -124,14 +124,14 @@ std::vector<SiteFile> site_files(const std::vector<std::string>& paths, const st
         lister.list(path);
         for (SiteFile& file : lister.files) {
           if (file.problem.empty()) {
-            add(file.source, fs::path(file.source).lexically_relative(path), file.is_page);
+            add(file.source, fs::path(file.source).lexically_relative(path), path, file.is_page);
           } else {
             files.push_back(std::move(file));
           }
         }
       } else {
         // A file that does not exist is one that cannot be published; the others can.
-        add(path, fs::path(path).filename(), true);
+        add(path, fs::path(path).filename(), fs::path(path).parent_path(), true);
       }
     }
   } catch (const fs::filesystem_error& error) {

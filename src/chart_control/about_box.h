@@ -7,8 +7,8 @@
 
 namespace plexoras {
 
-/// The about box of a control: the product's constants, as sections ".COMPANY", ".PRODUCT" and ".VERSION" of the
-/// control's template file define them.
+/// The about box of a control: the product's constants, as those sections of the control's template file define them
+/// whose names begin with ".", in their order. A file without any, or none, gives those of APPLET.DAT.
 ///
 ///     AboutBox(session, "DIAGRAM.DAT").ShowModal(session.platform);
 ///

@@ -1,5 +1,7 @@
 #include "chart_control/custom_page.h"
 
+#include <utility>
+
 #include "template/customizer_control.h"
 
 namespace plexoras {
@@ -13,15 +15,23 @@ public:
   Variant get(std::string_view member) override { return properties()->get(member); }
   void put(std::string_view member, const Variant& value) override { properties()->put(member, value); }
   Variant call(std::string_view member, Arguments arguments) override {
-    if (member != "RaiseChangedEvent") return properties()->call(member, arguments);
-    page_.Changed = true;
-    return {};
+    if (member == "RaiseChangedEvent") {
+      page_.Changed = true;
+      return {};
+    }
+    const Variant result = properties()->call(member, arguments);
+    has_stored_ |= member == "atPut";
+    return result;
   }
+
+  /// Whether the form has stored anything since this was last asked.
+  bool has_stored() { return std::exchange(has_stored_, false); }
 
 private:
   ObjectRef properties() const { return page_.selected_control().get("CustomProperties").to_object(); }
 
   Custom& page_;
+  bool has_stored_ = false;
 };
 
 Custom::Custom(const ComponentRegistry& components)
@@ -33,11 +43,6 @@ Custom::Custom(const ComponentRegistry& components)
   customizer_->put("host", Variant(ObjectRef(callbacks_)));
 }
 
-// The form is the page's own; nobody else calls the page through it once the page has gone.
-Custom::~Custom() {
-  ignoring_errors([&] { customizer_->put("host", Variant(ObjectRef())); });
-}
-
 void Custom::SelectionChanged() {
   AutomationObject& control = selected_control();
   customizer_->call_with("loadWindowSpec", {control.get("advancedSpecSection").to_text(),
@@ -46,7 +51,16 @@ void Custom::SelectionChanged() {
 }
 
 void Custom::ApplyChanges() {
-  customizer_->call("Accept");
+  callbacks_->has_stored();
+  try {
+    customizer_->call("Accept");
+  } catch (...) {
+    // What was stored before the refusal stays, and is to be saved.
+    if (callbacks_->has_stored()) {
+      ignoring_errors([&] { selected_control().call("FireCustomPropertyChange"); });
+    }
+    throw;
+  }
   selected_control().call("FireCustomPropertyChange");
 }
 

@@ -18,11 +18,12 @@ class Custom final : public PropertyPage {
 public:
   /// Makes its form by `components`, as "PlexorasDTC.CustomizerControl"; error 429 when there is none.
   explicit Custom(const ComponentRegistry& components);
-  ~Custom() override;
 
   /// Builds the form for the selected control.
   void SelectionChanged() override;
-  /// Has the form store what has been edited, then tells the selected control. Error 5 when a value cannot be stored.
+  /// Has the form store what has been edited, then tells the selected control. Error 5 when a value cannot be
+  /// stored. When the control refuses one midway, those stored before it stay, the control is told of them, and the
+  /// error comes out.
   void ApplyChanges() override;
 
 private:

@@ -59,6 +59,8 @@ void DiagramDTC::create_design_view() {
   if (diagram_ != nullptr || !site_.has_design_view()) return;
   design_view_ = site_.add_child(chart_component::identifier, chart_component::child_name);
   diagram_ = design_view_;
+  view_events_.emplace(design_view_,
+                       [this](std::string_view name, Arguments arguments) { site_.component_event(name, arguments); });
   site_.show_child(chart_component::child_name, true);
 }
 
@@ -70,6 +72,7 @@ void DiagramDTC::InitObject() {
 
 void DiagramDTC::DestroyObject() {
   if (diagram_ == nullptr) return;
+  view_events_.reset();
   if (design_view_ != nullptr) site_.remove_child(chart_component::child_name);
   diagram_ = nullptr;
   design_view_ = nullptr;

@@ -1,11 +1,13 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "chart_control/chart_properties.h"
 #include "chart_control/design_time_control.h"
+#include "host/component_events.h"
 
 namespace plexoras {
 
@@ -46,12 +48,12 @@ public:
 
   /// Creates the chart component when there is none: for a control that has no design view.
   void InitObject();
-  /// Lets go of the chart component, in the design view too.
+  /// Lets go of the chart component, in the design view too, behind its events.
   void DestroyObject();
 
   /// The chart component, or null.
   const ObjectRef& diagram() const { return diagram_; }
-  /// The one that the design view shows, or null.
+  /// The one that the design view shows, or null. Its events go on to `ControlSite::component_event`.
   const ObjectRef& getDiagram() const { return design_view_; }
   /// Repaints the design view, if there is one.
   void Refresh();
@@ -98,7 +100,8 @@ private:
 
   ObjectRef diagram_;
   ObjectRef design_view_;
-  std::shared_ptr<Dictionary> constants_;  // section "CONSTANT", once somebody has asked for it
+  std::optional<ComponentEvents> view_events_;  // behind the view, so that it goes first
+  std::shared_ptr<Dictionary> constants_;       // section "CONSTANT", once somebody has asked for it
 };
 
 }  // namespace plexoras

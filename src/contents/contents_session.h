@@ -10,11 +10,16 @@ namespace plexoras {
 ///
 /// An authoring environment makes one session when it starts and passes it to whoever opens these dialogs.
 struct ContentsSession {
-  /// `platform` outlives the session.
-  explicit ContentsSession(const Platform& platform) : import_dialog(platform), menu_builder(platform) {}
+  /// `with` outlives the session.
+  explicit ContentsSession(const Platform& with) : platform(with), import_dialog(with), menu_builder(with) {}
 
+  const Platform& platform;
   ImportDialog import_dialog;
   MenuBuilder menu_builder;
 };
+
+/// Makes the components that edit chart data known to `components`, as "PlexorasDTC.DsContentsComponent" and
+/// "PlexorasDTC.DsTableContentsComponent". `session` must outlive all of them.
+void register_contents_forms(ComponentRegistry& components, ContentsSession& session);
 
 }  // namespace plexoras

@@ -5,6 +5,19 @@
 namespace plexoras {
 namespace {
 
+using Row = Member<DsTableContentsComponent>;
+
+const Row members[] = {
+    host_member<DsTableContentsComponent>,
+    {.name = "IsWellFormed",
+     .call = [](DsTableContentsComponent& c, Arguments a) { return Variant(c.IsWellFormed(a[0].to_text())); },
+     .arguments = 1},
+    {.name = "LoadDocument",
+     .call = [](DsTableContentsComponent& c, Arguments a) { return c.LoadDocument(a[0].to_text()), Variant(); },
+     .arguments = 1},
+    {.name = "GetDocument", .call = [](DsTableContentsComponent& c, Arguments) { return Variant(c.GetDocument()); }},
+};
+
 // Each title of the table and the box in which it is edited, in the order of loading and storing.
 struct TitleBox {
   std::string_view member;
@@ -71,12 +84,10 @@ std::string DsTableContentsComponent::GetDocument() {
 
 void DsTableContentsComponent::cmdAccept_Click() {
   for (const TitleBox& row : title_boxes) table().put(row.member, row.box(*this).text());
-  if (const auto event = on_accept) event();
+  tell_host("Accept");
 }
 
-void DsTableContentsComponent::cmdCancel_Click() {
-  if (const auto event = on_cancel) event();
-}
+void DsTableContentsComponent::cmdCancel_Click() { tell_host("Cancel"); }
 
 void DsTableContentsComponent::cmdInsertRow_Click() {
   table().call_with("insertRow", {selected_row(), "New Row", zeros("colCount")});
@@ -134,6 +145,18 @@ void DsTableContentsComponent::show_selected_cell() {
   txtValue.set_text(is_cell ? table().call_with("getCellValue", {row, column}).to_text() : "");
   txtColLabel.set_text(column < 0 ? "" : table().call_with("getColLabel", {column}).to_text());
   txtRowLabel.set_text(row < 0 ? "" : table().call_with("getRowLabel", {row}).to_text());
+}
+
+Variant DsTableContentsComponent::get(std::string_view member) {
+  return get_member(*this, members, member, identifier);
+}
+
+void DsTableContentsComponent::put(std::string_view member, const Variant& value) {
+  put_member(*this, members, member, value, identifier);
+}
+
+Variant DsTableContentsComponent::call(std::string_view member, Arguments arguments) {
+  return call_member(*this, members, member, arguments, identifier);
 }
 
 }  // namespace plexoras

@@ -1,12 +1,11 @@
 #pragma once
 
-#include <functional>
 #include <string>
 #include <string_view>
 
 #include "contents/table_component.h"
 #include "host/component_control.h"
-#include "host/form.h"
+#include "host/hosted_form.h"
 
 namespace plexoras {
 
@@ -16,12 +15,17 @@ namespace plexoras {
 /// `tbl`; the boxes show its selected cell, and what is typed there is stored at once. The titles alone are stored when
 /// the author accepts. A cell that nobody types in keeps its text, be it "1.10" or "n/a".
 ///
-///     auto editor = std::make_shared<DsTableContentsComponent>(platform);
-///     dialog.add<FormHost>("DsTableContentsComponent", editor);
-///     editor->on_accept = [&] { contents = editor->GetDocument(); };
-///     if (editor->IsWellFormed(contents)) editor->LoadDocument(contents);
-class DsTableContentsComponent final : public Form {
+///     const ObjectRef editor = components.create(DsTableContentsComponent::identifier);
+///     dialog.add<FormHost>("DsTableContentsComponent", form_of(editor));
+///     editor->put("host", host);
+///     if (editor->call_with("IsWellFormed", {contents}).to_boolean()) editor->call_with("LoadDocument", {contents});
+///
+/// The host's `Accept()` is called when the author takes the table as it is now; it is all in the document. `Cancel()`
+/// is called when the author wants nothing of what was edited.
+class DsTableContentsComponent final : public HostedForm {
 public:
+  static constexpr std::string_view identifier = "PlexorasDTC.DsTableContentsComponent";
+
   /// Makes the component and puts it into its table mode. Error 429 when `platform` has no such component.
   explicit DsTableContentsComponent(const Platform& platform);
 
@@ -39,11 +43,6 @@ public:
   Button& cmdAccept = add<Button>("cmdAccept", "OK");
   Button& cmdCancel = add<Button>("cmdCancel", "Cancel");
 
-  /// The author takes the table as it is now; it is all in the document.
-  std::function<void()> on_accept;
-  /// The author wants nothing of what was edited.
-  std::function<void()> on_cancel;
-
   /// Whether `text` is a contents document.
   bool IsWellFormed(std::string_view text);
   /// Takes a contents document. What the component refuses is raised, and the table stays.
@@ -51,6 +50,10 @@ public:
   /// The contents document as the table is now: below 32000 bytes with each line end as CR LF, those inside labels
   /// included; a longer one with the line ends that it has, and CR LF between its elements once it was edited.
   std::string GetDocument();
+
+  Variant get(std::string_view member) override;
+  void put(std::string_view member, const Variant& value) override;
+  Variant call(std::string_view member, Arguments arguments = {}) override;
 
   void cmdAccept_Click();
   void cmdCancel_Click();

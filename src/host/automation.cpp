@@ -25,6 +25,7 @@ constexpr std::pair<RunTimeError, std::string_view> customary_descriptions[] = {
     {RunTimeError::ObjectNotSet, "Object variable not set"},
     {RunTimeError::CannotCreateObject, "Component can't create object"},
     {RunTimeError::NoSuchMember, "Object doesn't support this property or method"},
+    {RunTimeError::NoSuchAction, "Object doesn't support this action"},
 };
 
 constexpr std::string_view type_names[] = {"Nothing", "Integer", "Long",     "Double",

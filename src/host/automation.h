@@ -25,6 +25,7 @@ enum class RunTimeError : int {
   ObjectNotSet = 91,
   CannotCreateObject = 429,
   NoSuchMember = 438,
+  NoSuchAction = 445,
 };
 
 /// The customary text of an error ("Type mismatch" for 13).

@@ -43,6 +43,9 @@ public:
 
   /// The control says that its property `name` has changed.
   virtual void property_changed(std::string_view name) = 0;
+  /// An event of the component that the control shows in its design view, such as "SelectionChange". What is raised
+  /// here comes through to the component.
+  virtual void component_event([[maybe_unused]] std::string_view name, [[maybe_unused]] Arguments arguments) {}
 };
 
 /// The runtime text that takes a control's place in the published page.

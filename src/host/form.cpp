@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "host/hosted_form.h"
 #include "host/while_set.h"
 
 namespace plexoras {
@@ -201,6 +202,9 @@ FormHost::FormHost(ControlContainer& container, std::string name, std::shared_pt
   hosted_->enclosing_control_ = this;
 }
 
-FormHost::~FormHost() { hosted_->enclosing_control_ = nullptr; }
+FormHost::~FormHost() {
+  hosted_->enclosing_control_ = nullptr;
+  if (auto* const component = dynamic_cast<HostedForm*>(hosted_.get())) component->host = nullptr;
+}
 
 }  // namespace plexoras

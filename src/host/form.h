@@ -278,7 +278,8 @@ private:
 /// The place on a form where another form shows, such as the editor component of a page.
 class FormHost final : public FormControl {
 public:
-  /// `hosted` must stand in no other host; it is held as long as this control.
+  /// `hosted` must stand in no other host; it is held as long as this control. A `HostedForm` then loses its `host`,
+  /// which need not live longer.
   FormHost(ControlContainer& container, std::string name, std::shared_ptr<Form> hosted);
   ~FormHost() override;
   std::string_view kind() const override { return "FormHost"; }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -40,6 +41,8 @@ public:
   std::int32_t height_in_twips = 0;
   std::map<std::string, Child, std::less<>> children;  ///< by name
   std::vector<std::string> changed_properties;         ///< every name announced, in order
+  /// Called for the events of a component in the design view.
+  std::function<void(std::string_view name, Arguments arguments)> on_component_event = {};
 
   std::string extender_name() override;
   /// Error 438 when the host does not name its controls.
@@ -59,6 +62,9 @@ public:
   std::int32_t twips_per_pixel_y() override { return twips_per_pixel; }
   std::int32_t window_handle() override { return 0; }
   void property_changed(std::string_view property) override { changed_properties.emplace_back(property); }
+  void component_event(std::string_view event, Arguments arguments) override {
+    if (on_component_event) on_component_event(event, arguments);
+  }
 
 private:
   const ComponentRegistry& components_;

@@ -71,6 +71,7 @@ struct HaltRequest {
   std::size_t line = 0;                   ///< 1-based line in `file`
   std::string_view output;                ///< the text produced so far
   AutomationObject* variables = nullptr;  ///< the template's variables, a `Dictionary`
+  std::string_view template_file = {};    ///< what `#INCLUDE` without `FROM` reads there
 };
 
 /// Makes components by identifier ("Plexoras.DiagramApplet").

@@ -17,7 +17,7 @@ void PropertyPage::apply() {
 
 AutomationObject& PropertyPage::selected_control() const {
   if (SelectedControls.empty() || SelectedControls.front() == nullptr) {
-    throw AutomationError(RunTimeError::ObjectNotSet, {}, caption);
+    throw AutomationError(RunTimeError::ObjectNotSet, "No control is selected", caption);
   }
   return *SelectedControls.front();
 }

@@ -55,6 +55,8 @@ ChartStyles::ChartStyles() : bindings_(*this, rows) {
   rbBarStyleStackedPercent.on_click = [this] { rbBarStyleStackedPercent_Click(); };
 }
 
+std::span<const PropertyRow> ChartStyles::property_rows() { return rows; }
+
 void ChartStyles::SelectionChanged() { bindings_.load(load_order); }
 
 void ChartStyles::ApplyChanges() {

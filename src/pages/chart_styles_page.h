@@ -63,6 +63,8 @@ public:
   OptionButton& rbRightTop = fraLabels.add<OptionButton>("rbRightTop", "RightTop");
 
   ChartStyles();
+  /// The properties that it shows, and where. Lives as long as the program.
+  static std::span<const PropertyRow> property_rows();
 
   void SelectionChanged() override;
   void ApplyChanges() override;

@@ -10,6 +10,21 @@ namespace {
 constexpr std::string_view date_styles[] = {"Full", "Long", "Medium", "Short"};
 constexpr std::string_view first_sample = "1234.5";
 
+// In the order in which applying looks at them.
+constexpr OptionCode format_types[] = {{"cbPattern", 0}, {"cbNumber", 3},  {"cbCurrency", 1},
+                                       {"cbPercent", 2}, {"cbDefault", 4}, {"cbDate", 5}};
+
+// For those who ask what stands where. The page itself shows what the chart reports.
+constexpr PropertyRow rows[] = {
+    {.property = "FormatType", .encoding = Encoding::Options, .options = format_types},
+    {"FormatPattern", Encoding::Text, "txtPattern"},
+    {"FormatUseDefaultLocale", Encoding::Check, "chkUseDefaultLocale"},
+    {"FormatLanguage", Encoding::Text, "cmbLanguage"},
+    {"FormatCountry", Encoding::Text, "cmbCountry"},
+    {"FormatVariant", Encoding::Text, "cmbVariant"},
+    {"FormatDateStyle", Encoding::Lookup, "cmbDateStyle"},
+};
+
 // The code at the front of an entry or a typed text: what stands before the first "-" or, without one, two characters.
 std::string_view code_of(std::string_view text) {
   if (const std::size_t dash = text.find('-'); dash != std::string_view::npos) return text.substr(0, dash);
@@ -34,29 +49,31 @@ bool equal_but_for_case(std::string_view a, std::string_view b) {
   return std::ranges::equal(a, b, {}, lower, lower);
 }
 
-// The entry that `text` means: the one of that text or code, else the one of that name; -1 when there is none.
-int find_entry(const StringList& entries, std::string_view text) {
-  const auto index_if = [&](auto is_meant) {
-    const auto found = std::ranges::find_if(entries, is_meant);
-    return found == entries.end() ? -1 : static_cast<int>(found - entries.begin());
-  };
-  const int by_code = index_if([&](std::string_view entry) {
-    return entry == text || equal_but_for_case(entry.substr(0, entry.find('-')), text);
-  });
+// The first entry that is meant, or -1.
+template <class IsMeant>
+int index_if(const StringList& entries, IsMeant is_meant) {
+  const auto found = std::ranges::find_if(entries, is_meant);
+  return found == entries.end() ? -1 : static_cast<int>(found - entries.begin());
+}
+
+int find_code(const StringList& entries, std::string_view code) {
+  return index_if(entries, [&](std::string_view entry) { return equal_but_for_case(code_of(entry), code); });
+}
+
+// The entry that a typed text means: the same, else the one of its code, else the one of that name; -1 for none.
+int find_typed(const StringList& entries, std::string_view text) {
+  const int same = index_if(entries, [&](std::string_view entry) { return entry == text; });
+  if (same >= 0) return same;
+  const int by_code = find_code(entries, text.substr(0, text.find('-')));
   if (by_code >= 0) return by_code;
-  return index_if([&](std::string_view entry) { return equal_but_for_case(name_of(entry), text); });
+  return index_if(entries, [&](std::string_view entry) { return equal_but_for_case(name_of(entry), text); });
 }
 
-// Selects the entry that the text of `list` means, which counts as a click. False when there is none.
-bool select_typed_entry(ComboBox& list) {
-  const int entry = find_entry(list.entries(), list.text());
-  if (entry < 0) return false;
-  list.set_list_index(entry);
-  return true;
+// A text with this code, for one without an entry: the code itself or, where its first two characters would count,
+// "code-code". No text has a code with a "-" in it, so such a code is shown as it is.
+std::string text_of(const std::string& code) {
+  return code_of(code) == code || code.find('-') != std::string::npos ? code : code + "-" + code;
 }
-
-// A text with this code, for one without an entry: the code itself or, where that is cut short, "code-code".
-std::string text_of(const std::string& code) { return code_of(code) == code ? code : code + "-" + code; }
 
 // Fills `list` with what `method` of the chart returns, and shows the entry of the code that `property` holds. When
 // there is none it shows the code, but a text that is being typed and has this code stays, so that typing can go on.
@@ -66,7 +83,7 @@ void show_entries(ComboBox& list, AutomationObject& chart, std::string_view meth
   const std::string typed = list.list_index() < 0 ? list.text() : "";
   list.clear();
   for (const std::string& entry : entries.to_text_list()) list.add(entry);
-  if (const int current = find_entry(list.entries(), code); current >= 0) {
+  if (const int current = find_code(list.entries(), code); current >= 0) {
     list.set_list_index(current);
   } else {
     list.set_text(code_of(typed) == code ? typed : text_of(code));
@@ -82,17 +99,18 @@ bool is_true(const Variant& text) {
 
 }  // namespace
 
-Format::Format(SettingsStore& settings)
-    : settings_(settings), types_{{cbPattern, 0}, {cbNumber, 3},  {cbCurrency, 1},
-                                  {cbPercent, 2}, {cbDefault, 4}, {cbDate, 5}} {
+Format::Format(SettingsStore& settings) : settings_(settings) {
   caption = "Format";
   for (const std::string_view style : date_styles) cmbDateStyle.add(std::string(style));
   fraDateStyle.enabled = fraDateStyle.visible = false;
   txtFormatted.locked = true;
   txtRaw.set_text(first_sample);
 
+  for (const auto& [button, code] : format_types) types_.push_back({dynamic_cast<OptionButton&>(*find(button)), code});
   for (const Option& type : types_) {
-    type.button.on_click = [this, code = type.code] { edit("FormatType", code); };
+    type.button.on_click = [this, code = type.code] {
+      edit([&](AutomationObject& chart) { chart.put("FormatType", code); });
+    };
   }
   chkUseDefaultLocale.on_click = [this] { chkUseDefaultLocale_Click(); };
   cmbLanguage.on_click = [this] { cmbLanguage_Click(); };
@@ -100,6 +118,7 @@ Format::Format(SettingsStore& settings)
   cmbCountry.on_click = [this] { cmbCountry_Click(); };
   cmbCountry.on_change = [this] { cmbCountry_Change(); };
   cmbVariant.on_click = [this] { cmbVariant_Click(); };
+  cmbVariant.on_change = [this] { cmbVariant_Change(); };
   cmbDateStyle.on_click = [this] { cmbDateStyle_Click(); };
   txtPattern.on_change = [this] { txtPattern_Change(); };
   txtRaw.on_change = [this] { txtRaw_Change(); };
@@ -107,7 +126,9 @@ Format::Format(SettingsStore& settings)
   cmdGetdefault.on_click = [this] { cmdGetdefault_Click(); };
 }
 
-ObjectRef Format::chart() const { return selected_control().get("diagram").to_object(); }
+std::span<const PropertyRow> Format::property_rows() { return rows; }
+
+ObjectRef Format::live_chart() const { return chart_of(selected_control(), "diagram"); }
 
 void Format::SelectionChanged() {
   reload();
@@ -124,70 +145,93 @@ void Format::ApplyChanges() {
   }
 }
 
-// An edit goes to the chart; an event that showing the chart's state has fired is none.
-void Format::edit(std::string_view property, const Variant& value) {
-  if (may_reload_) chart()->put(property, value);
-  reload();
-}
-
-void Format::choose(std::string_view method, const ComboBox& list) {
-  if (may_reload_) chart()->call_with(method, {code_of(list.text())});
-  reload();
-}
-
-void Format::chkUseDefaultLocale_Click() {
-  const bool use_current = chkUseDefaultLocale.value() == 1;
-  if (may_reload_ && use_current != is_true(chart()->get("FormatUseDefaultLocale"))) {
-    chart()->put("FormatUseDefaultLocale", Variant(use_current).to_text());
-    chart()->put("FormatLanguage", code_of(cmbLanguage.text()));
-    chart()->put("FormatCountry", code_of(cmbCountry.text()));
-    chart()->put("FormatVariant", code_of(cmbVariant.text()));
+// An edit goes to the chart; an event that showing the chart's state has fired is none. The page counts as changed even
+// when the chart refuses, for its controls then say other than the chart.
+void Format::edit(const std::function<void(AutomationObject& chart)>& tell) {
+  if (may_reload_) {
+    Changed = true;
+    tell(*live_chart());
   }
   reload();
 }
 
-void Format::cmbLanguage_Click() { choose("chooseLanguage", cmbLanguage); }
-void Format::cmbCountry_Click() { choose("chooseCountry", cmbCountry); }
-void Format::cmbVariant_Click() { edit("FormatVariant", code_of(cmbVariant.text())); }
-void Format::cmbDateStyle_Click() { edit("FormatDateStyle", std::int32_t{cmbDateStyle.list_index()}); }
-
-void Format::cmbLanguage_Change() {
-  if (!may_reload_ || !select_typed_entry(cmbLanguage)) cmbLanguage_Click();
+// A click that leaves nothing selected chooses nothing: the page shows again what the chart has.
+void Format::choose(const ListBox& list, Tell tell) {
+  if (list.list_index() < 0) return reload();
+  edit([&](AutomationObject& chart) { (this->*tell)(chart); });
 }
 
-void Format::cmbCountry_Change() {
-  if (!may_reload_ || !select_typed_entry(cmbCountry)) cmbCountry_Click();
+// A typed text becomes the entry that it means, which counts as a click. Without one, its code is the choice.
+void Format::choose_typed(ComboBox& list, Tell tell) {
+  const int entry = may_reload_ ? find_typed(list.entries(), list.text()) : -1;
+  if (entry >= 0) return list.set_list_index(entry);
+  edit([&](AutomationObject& chart) { (this->*tell)(chart); });
 }
+
+void Format::tell_language(AutomationObject& chart) const {
+  chart.call_with("chooseLanguage", {code_of(cmbLanguage.text())});
+}
+
+void Format::tell_country(AutomationObject& chart) const {
+  chart.call_with("chooseCountry", {code_of(cmbCountry.text())});
+}
+
+void Format::tell_variant(AutomationObject& chart) const { chart.put("FormatVariant", code_of(cmbVariant.text())); }
+
+void Format::tell_date_style(AutomationObject& chart) const {
+  chart.put("FormatDateStyle", std::int32_t{cmbDateStyle.list_index()});
+}
+
+void Format::chkUseDefaultLocale_Click() {
+  edit([this](AutomationObject& chart) {
+    const bool use_current = chkUseDefaultLocale.value() == 1;
+    if (use_current == is_true(chart.get("FormatUseDefaultLocale"))) return;
+    chart.put("FormatUseDefaultLocale", Variant(use_current).to_text());
+    chart.put("FormatLanguage", code_of(cmbLanguage.text()));
+    chart.put("FormatCountry", code_of(cmbCountry.text()));
+    chart.put("FormatVariant", code_of(cmbVariant.text()));
+  });
+}
+
+void Format::cmbLanguage_Click() { choose(cmbLanguage, &Format::tell_language); }
+void Format::cmbCountry_Click() { choose(cmbCountry, &Format::tell_country); }
+void Format::cmbVariant_Click() { choose(cmbVariant, &Format::tell_variant); }
+void Format::cmbDateStyle_Click() { choose(cmbDateStyle, &Format::tell_date_style); }
+
+void Format::cmbLanguage_Change() { choose_typed(cmbLanguage, &Format::tell_language); }
+void Format::cmbCountry_Change() { choose_typed(cmbCountry, &Format::tell_country); }
+void Format::cmbVariant_Change() { choose_typed(cmbVariant, &Format::tell_variant); }
 
 void Format::txtPattern_Change() {
   if (!may_reload_) return;
-  chart()->put("FormatPattern", txtPattern.text());
-  refresh_sample();
   Changed = true;
+  live_chart()->put("FormatPattern", txtPattern.text());
+  refresh_sample();
 }
 
 void Format::txtRaw_Change() { refresh_sample(); }
 
 void Format::cmdSetDefault_Click() {
-  save_format_defaults(settings_, {.type = chart()->get("FormatType").to_long(),
-                                   .use_default_locale = is_true(chart()->get("FormatUseDefaultLocale")),
+  const ObjectRef chart = live_chart();
+  save_format_defaults(settings_, {.type = chart->get("FormatType").to_long(),
+                                   .use_default_locale = is_true(chart->get("FormatUseDefaultLocale")),
                                    .language = std::string(code_of(cmbLanguage.text())),
                                    .country = std::string(code_of(cmbCountry.text())),
                                    .variant = std::string(code_of(cmbVariant.text())),
                                    .pattern = txtPattern.text()});
 }
 
+// The lists get their texts from the chart, so that a saved code of any length arrives whole.
 void Format::cmdGetdefault_Click() {
   const FormatDefaults saved = read_format_defaults(settings_);
-  chart()->put("FormatType", saved.type);
-  chart()->put("FormatUseDefaultLocale", Variant(saved.use_default_locale).to_text());
-  cmbLanguage.set_text(saved.language);
-  cmbCountry.set_text(saved.country);
-  cmbVariant.set_text(saved.variant);
-  // A variant's text has no event.
-  edit("FormatVariant", saved.variant);
-  chart()->put("FormatPattern", saved.pattern);
-  reload();
+  edit([&](AutomationObject& chart) {
+    chart.put("FormatType", saved.type);
+    chart.put("FormatUseDefaultLocale", Variant(saved.use_default_locale).to_text());
+    chart.call_with("chooseLanguage", {saved.language});
+    chart.call_with("chooseCountry", {saved.country});
+    chart.put("FormatVariant", saved.variant);
+    chart.put("FormatPattern", saved.pattern);
+  });
 }
 
 void Format::reload() {
@@ -199,31 +243,32 @@ void Format::reload() {
     } const reloading{may_reload_};
     may_reload_ = false;
     show_chart();
-    Changed = true;
   }
   fraDateStyle.enabled = fraDateStyle.visible = cbDate.value();
 }
 
 void Format::show_chart() {
-  const ObjectRef object = chart();
-  show_entries(cmbLanguage, *object, "getLanguages", "FormatLanguage");
-  show_entries(cmbCountry, *object, "getCountries", "FormatCountry");
-  show_entries(cmbVariant, *object, "getVariants", "FormatVariant");
+  const ObjectRef chart = live_chart();
+  show_entries(cmbLanguage, *chart, "getLanguages", "FormatLanguage");
+  show_entries(cmbCountry, *chart, "getCountries", "FormatCountry");
+  show_entries(cmbVariant, *chart, "getVariants", "FormatVariant");
 
-  select_option(types_, object->get("FormatType").to_long());
+  select_option(types_, chart->get("FormatType").to_long());
 
-  const bool use_current = is_true(object->get("FormatUseDefaultLocale"));
+  const bool use_current = is_true(chart->get("FormatUseDefaultLocale"));
   chkUseDefaultLocale.set_value(use_current ? 1 : 0);
   for (ComboBox* const list : {&cmbLanguage, &cmbCountry, &cmbVariant}) list->enabled = !use_current;
 
-  const std::int32_t style = object->get("FormatDateStyle").to_long();
+  const std::int32_t style = chart->get("FormatDateStyle").to_long();
   cmbDateStyle.set_list_index(style >= 0 && style < std::ssize(date_styles) ? style : -1);
 
   txtPattern.enabled = cbPattern.value();
-  txtPattern.set_text(object->get("FormatPattern").to_text());
+  txtPattern.set_text(chart->get("FormatPattern").to_text());
   refresh_sample();
 }
 
-void Format::refresh_sample() { txtFormatted.set_text(chart()->call_with("formatSample", {txtRaw.text()}).to_text()); }
+void Format::refresh_sample() {
+  txtFormatted.set_text(live_chart()->call_with("formatSample", {txtRaw.text()}).to_text());
+}
 
 }  // namespace plexoras

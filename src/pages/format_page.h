@@ -1,7 +1,10 @@
 #pragma once
 
+#include <functional>
+
 #include "host/property_page.h"
 #include "pages/page_conversions.h"
+#include "pages/property_bindings.h"
 
 namespace plexoras {
 
@@ -10,7 +13,7 @@ namespace plexoras {
 /// While the author edits, the chart itself holds the format: each edit goes to the object that the selected control
 /// returns as `diagram`, and the page then shows what this object reports. Applying writes the format to the control,
 /// except for the pattern and the date style, which have reached the chart already. What the chart, the control or the
-/// settings store raise comes through.
+/// settings store raise comes through; an edit that the chart refuses has changed the page all the same.
 ///
 /// Made by the host that shows it; lives as long as that needs it, for any number of selections.
 class Format final : public PropertyPage {
@@ -43,6 +46,9 @@ public:
 
   /// `settings` keeps the author's defaults and outlives the page.
   explicit Format(SettingsStore& settings);
+  /// The properties that it shows, and where; a list without a lookup table stands for its indexes. Lives as long as
+  /// the program.
+  static std::span<const PropertyRow> property_rows();
 
   void SelectionChanged() override;
   void ApplyChanges() override;
@@ -53,6 +59,7 @@ public:
   void cmbVariant_Click();
   void cmbLanguage_Change();
   void cmbCountry_Change();
+  void cmbVariant_Change();
   void cmbDateStyle_Click();
   void txtPattern_Change();
   void txtRaw_Change();
@@ -60,15 +67,23 @@ public:
   void cmdGetdefault_Click();
 
 private:
-  ObjectRef chart() const;
-  void edit(std::string_view property, const Variant& value);
-  void choose(std::string_view method, const ComboBox& list);
+  // Tells the chart what a control says.
+  using Tell = void (Format::*)(AutomationObject& chart) const;
+
+  ObjectRef live_chart() const;
+  void edit(const std::function<void(AutomationObject& chart)>& tell);
+  void choose(const ListBox& list, Tell tell);
+  void choose_typed(ComboBox& list, Tell tell);
+  void tell_language(AutomationObject& chart) const;
+  void tell_country(AutomationObject& chart) const;
+  void tell_variant(AutomationObject& chart) const;
+  void tell_date_style(AutomationObject& chart) const;
   void reload();
   void show_chart();
   void refresh_sample();
 
   SettingsStore& settings_;
-  OptionGroup types_;  // in the order in which applying looks at them
+  OptionGroup types_;
   // False while the page shows what the chart reports: selecting an option or an entry then fires its event too.
   bool may_reload_ = true;
 };

@@ -8,6 +8,9 @@
 
 namespace plexoras {
 
+/// The chart that `member` of the control ("getDiagram" or "diagram") returns. Error 91 that says so when it has none.
+ObjectRef chart_of(AutomationObject& control, std::string_view member);
+
 /// The Integer that `text` is, reals rounded. It goes into `working_value` too, and a text that is no such number gives
 /// what stands there.
 std::int16_t integer_of(std::string_view text, std::int16_t& working_value);

@@ -6,14 +6,39 @@
 namespace plexoras {
 namespace {
 
-template <class Control>
-Control& control_named(const PropertyPage& page, std::string_view name) {
-  auto* const control = dynamic_cast<Control*>(page.find(name));
-  if (control == nullptr) {
-    throw AutomationError(RunTimeError::SubscriptOutOfRange,
-                          "The page has no control \"" + std::string(name) + "\" of the kind needed", page.caption);
+// Whether a control is of one of these kinds.
+template <class... Kinds>
+bool is_any_of(const FormControl& control) {
+  return ((dynamic_cast<const Kinds*>(&control) != nullptr) || ...);
+}
+
+bool can_show(const FormControl& control, Encoding encoding) {
+  switch (encoding) {
+    case Encoding::Check:
+    case Encoding::CheckOrGrayed:
+      return is_any_of<CheckBox>(control);
+    case Encoding::Real:
+    case Encoding::Integer:
+    case Encoding::PositiveInteger:
+    case Encoding::Text:
+      return is_any_of<TextBox, ComboBox>(control);
+    case Encoding::Lookup:
+      return is_any_of<ComboBox>(control);
+    case Encoding::Options:
+    case Encoding::OptionPair:
+      return is_any_of<OptionButton>(control);
   }
-  return *control;
+  return false;
+}
+
+FormControl& control_named(const PropertyPage& page, std::string_view name, const PropertyRow& row) {
+  FormControl* const control = page.find(name);
+  if (control != nullptr && can_show(*control, row.encoding)) return *control;
+  const std::string fault = control == nullptr ? "is not there" : "is of the kind " + std::string(control->kind());
+  throw AutomationError(RunTimeError::SubscriptOutOfRange,
+                        "The control \"" + std::string(name) + "\" for the property " + std::string(row.property) +
+                            " " + fault + ": correct the page's table",
+                        page.caption);
 }
 
 // Numbers and texts stand in text boxes and in boxes that drop down a list.
@@ -39,10 +64,10 @@ PropertyBindings::PropertyBindings(PropertyPage& page, std::span<const PropertyR
 PropertyBindings::Binding PropertyBindings::bind(const PropertyRow& row) const {
   OptionGroup options;
   for (const auto& [button, code] : row.options) {
-    options.push_back({control_named<OptionButton>(page_, button), code});
+    options.push_back({dynamic_cast<OptionButton&>(control_named(page_, button, row)), code});
   }
   if (row.control.empty() && !options.empty()) return {row, options.front().button, options};
-  return {row, control_named<FormControl>(page_, row.control), options};
+  return {row, control_named(page_, row.control, row), options};
 }
 
 void PropertyBindings::track(const Binding& binding) {
@@ -77,14 +102,15 @@ void PropertyBindings::apply(std::span<const std::string_view> properties, std::
 }
 
 void PropertyBindings::write(std::string_view property, const Variant& value) {
-  page_.selected_control().get("getDiagram").to_object()->put(property, value);
+  chart_of(page_.selected_control(), "getDiagram")->put(property, value);
 }
 
 bool PropertyBindings::lookup_differs(std::string_view property) const { return lookup_differs(find(property)); }
 
 bool PropertyBindings::lookup_differs(const Binding& binding) const {
-  AutomationObject& control = page_.selected_control();
   const auto& list = dynamic_cast<const ComboBox&>(binding.control);
+  if (list.list_index() < 0) return false;
+  AutomationObject& control = page_.selected_control();
   return selected_code(list, control, binding.row.lookup_table) != control.get(binding.row.property).to_long();
 }
 

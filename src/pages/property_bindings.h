@@ -71,7 +71,8 @@ class PropertyBindings {
 public:
   /// Finds the controls by name, and sets their events so that an edit sets `Changed`: each click and each change of
   /// text, but the choice of a lookup entry only when its code is not the one that the control has now. A page sets
-  /// other handlers afterwards where it needs them. Error 9 when the page has no control of a name in `rows`.
+  /// other handlers afterwards where it needs them. Error 9 when the page has no control of a name in `rows`, or one of
+  /// a kind that cannot show the property.
   PropertyBindings(PropertyPage& page, std::span<const PropertyRow> rows);
   PropertyBindings(const PropertyBindings&) = delete;
   PropertyBindings& operator=(const PropertyBindings&) = delete;
@@ -84,7 +85,8 @@ public:
   /// Writes a property to the chart that the selected control shows now.
   void write(std::string_view property, const Variant& value);
 
-  /// Whether the code of the entry selected in the list of `property` differs from what the control has now.
+  /// Whether the code of the entry selected in the list of `property` differs from what the control has now. With
+  /// nothing selected there is no choice that could: false.
   bool lookup_differs(std::string_view property) const;
 
 private:

@@ -75,9 +75,13 @@ Styles::Styles(PagesSession& session) : session_(session), bindings_(*this, rows
   cmdAbout.on_click = [this] { cmdAbout_Click(); };
 }
 
+std::span<const PropertyRow> Styles::property_rows() { return rows; }
+
 void Styles::SelectionChanged() {
   cmdMenuBuilder.enabled = chkHasPopupMenu.enabled = supports_menus();
   bindings_.load(load_order);
+  // Once more: the box's click may have set it, if this chart's value is not the one that the page showed before.
+  cmdMenuBuilder.enabled = chkHasPopupMenu.enabled;
   fill_font_lists();
   bindings_.load(font_order);
   enable_controls();
@@ -101,7 +105,7 @@ bool Styles::supports_menus() const {
 
 void Styles::fill_font_lists() {
   cmbFontName.clear();
-  const Variant fonts = selected_control().get("diagram").to_object()->call("getFontList");
+  const Variant fonts = chart_of(selected_control(), "diagram")->call("getFontList");
   for (const std::string& font : fonts.to_text_list()) cmbFontName.add(font);
   // Kept: every load adds the sizes once more.
   for (const std::string_view size : font_sizes) cmbFontSize.add(std::string(size));
@@ -146,7 +150,9 @@ void Styles::cmdMenuBuilder_Click() {
   MenuBuilder& builder = session_.contents.menu_builder;
   if (!builder.has_command_table()) {
     const std::string file = selected_control().get("templateFile").to_text();
-    builder.set_command_table(GetSectionVariables(session_.templates, file, "MENUITEMS"));
+    const auto commands = GetSectionVariables(session_.templates, file, "MENUITEMS");
+    // Without the file there is no catalogue yet: the next launch looks for one again.
+    if (session_.templates.files.bytes(file)) builder.set_command_table(commands);
   }
   builder.set_use_custom_menu(!custom_property("USEMENU").empty());
   builder.set_menu_document(custom_property("MENU"));

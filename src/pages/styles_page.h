@@ -43,6 +43,8 @@ public:
   Button& cmdAbout = fraMisc.add<Button>("cmdAbout", "About");
 
   explicit Styles(PagesSession& session);
+  /// The properties that it shows, and where. Lives as long as the program.
+  static std::span<const PropertyRow> property_rows();
 
   void SelectionChanged() override;
   /// Stores the menu that the menu builder holds, too. Kept: that is so even when it was last opened for another chart,

@@ -61,6 +61,8 @@ TableStyles::TableStyles() : bindings_(*this, rows) {
   chkRedNegativeValues.on_click = [this] { chkRedNegativeValues_Click(); };
 }
 
+std::span<const PropertyRow> TableStyles::property_rows() { return rows; }
+
 void TableStyles::SelectionChanged() {
   bindings_.load(order);
   chkRedNegativeValues.set_value(chart_shows_red() ? 1 : 0);
@@ -80,7 +82,7 @@ void TableStyles::chkRedNegativeValues_Click() {
 
 bool TableStyles::chart_shows_red() const {
   // Kept: any other colour counts as red too, and becomes red when the page is applied.
-  return selected_control().get("getDiagram").to_object()->get("negativeForeColor").to_text() != no_color;
+  return chart_of(selected_control(), "getDiagram")->get("negativeForeColor").to_text() != no_color;
 }
 
 void TableStyles::enable_controls() {

@@ -56,6 +56,8 @@ public:
   CheckBox& chkRedNegativeValues = add<CheckBox>("chkRedNegativeValues", "Red negative values");
 
   TableStyles();
+  /// The properties that it shows, and where. Lives as long as the program.
+  static std::span<const PropertyRow> property_rows();
 
   void SelectionChanged() override;
   void ApplyChanges() override;

@@ -16,11 +16,7 @@ constexpr std::string_view no_group = "-";
 using Row = Member<CustomizerControl>;
 
 const Row members[] = {
-    {"host", [](CustomizerControl& c) { return Variant(c.host); },
-     [](CustomizerControl& c, const Variant& value) {
-       const bool is_none = value.is_nothing() || value == Variant(ObjectRef());
-       c.host = is_none ? nullptr : value.to_object();
-     }},
+    host_member<CustomizerControl>,
     {.name = "loadWindowSpec",
      .call = [](CustomizerControl& c,
                 Arguments a) { return c.loadWindowSpec(a[0].to_text(), a[1].to_text(), a[2].to_object()), Variant(); },
@@ -28,15 +24,6 @@ const Row members[] = {
     {.name = "Accept", .call = [](CustomizerControl& c, Arguments) { return c.Accept(), Variant(); }},
     {.name = "Discard", .call = [](CustomizerControl& c, Arguments) { return c.Discard(), Variant(); }},
 };
-
-Dictionary copy_of(AutomationObject& values) {
-  Dictionary copy;
-  const Variant keys = values.call("GetKeys");
-  for (const std::string& key : keys.to_text_list()) {
-    copy.atPut(key, values.call_with("atGet", {key}).to_text(), Dictionary::EmptyValues::Keep);
-  }
-  return copy;
-}
 
 }  // namespace
 
@@ -106,8 +93,7 @@ void CustomizerControl::add_setting(ControlContainer& container, const WindowSpe
 void CustomizerControl::field_Change() {
   if (loading_) return;
   update();
-  const ObjectRef listener = host;  // which may put another one in its place
-  if (listener != nullptr) listener->call("RaiseChangedEvent");
+  tell_host("RaiseChangedEvent");
 }
 
 // Shows what the present values call for.
@@ -134,13 +120,22 @@ std::string CustomizerControl::current_value(const std::string& key) {
   return values_->call_with("atGet", {key}).to_text();
 }
 
+// Whether the present values call for the field, and for the group that it stands in.
+bool CustomizerControl::shows(CustomizerField& field) const {
+  const FormControl& control = field.control();
+  const ControlContainer& container = control.container();
+  return control.visible && (&container == this || container.enclosing_control()->visible);
+}
+
 void CustomizerControl::Accept() {
   for (const Item& item : items_) {
     const std::string problem = item.field == nullptr ? std::string() : item.field->problem();
-    if (!problem.empty()) throw AutomationError(RunTimeError::InvalidCall, problem, std::string(identifier));
+    // One that does not show cannot be mended, so it does not stand in the way of the others.
+    if (!problem.empty() && shows(*item.field))
+      throw AutomationError(RunTimeError::InvalidCall, problem, std::string(identifier));
   }
   for (const Item& item : items_) {
-    if (item.field == nullptr || !item.field->is_edited()) continue;
+    if (item.field == nullptr || !item.field->is_edited() || !item.field->problem().empty()) continue;
     values_->call_with("atPut", {item.field->key(), item.field->value()});
     item.field->keep();
   }

@@ -25,8 +25,8 @@ namespace plexoras {
 /// and KEY_PROBLEM (what is wrong with its value, while there is something). Messages and groups have the names of
 /// their entries. An entry that cannot be read is a label that says so, in its place.
 ///
-/// Edits stay in the form until "Accept"; only what has been edited is stored. So a value that the form cannot show as
-/// it is, because a template has changed, stays as it is.
+/// The host's `RaiseChangedEvent()` is called at every edit. Edits stay in the form until "Accept"; only what has been
+/// edited is stored. So a value that the form cannot show as it is, because a template has changed, stays as it is.
 class CustomizerControl final : public HostedForm {
 public:
   static constexpr std::string_view identifier = "PlexorasDTC.CustomizerControl";
@@ -34,17 +34,15 @@ public:
   /// `session` outlives it.
   explicit CustomizerControl(TemplateSession& session) : session_(session) {}
 
-  /// The object whose `RaiseChangedEvent()` is called at every edit; null: nobody listens.
-  ObjectRef host;
-
   /// Builds the form from section `section` of template file `file`, in place of the present one.
   ///
   /// `values` has the settings: an object with the members `GetKeys()`, `atGet(key)` and `atPut(key, value)`, as a
   /// `Dictionary` has. They are also variables while the section is preprocessed. Without them comes error 91;
   /// when they or the template cannot be read, what was raised comes through and the form is empty.
   void loadWindowSpec(std::string_view section, std::string_view file, ObjectRef values);
-  /// Stores what has been edited, in the order of the form. Error 5 when a value cannot be stored; nothing is stored
-  /// then. When `values` refuses one, those before it are stored and the others stay edited.
+  /// Stores what has been edited, in the order of the form. Error 5 when a value that shows cannot be stored; nothing
+  /// is stored then. One that does not show stays in the form instead, as it was edited. When `values` refuses one,
+  /// those before it are stored and the others stay edited.
   void Accept();
   /// Shows the stored values again.
   void Discard();
@@ -62,6 +60,7 @@ private:
   void add_setting(ControlContainer& container, const WindowSpecEntry& entry, Item& item);
   void field_Change();
   void update();
+  bool shows(CustomizerField& field) const;
   std::string current_value(const std::string& key);
 
   // What shows together, under one condition.

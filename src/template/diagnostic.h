@@ -18,11 +18,12 @@ struct SourceLocation {
   std::size_t column = 0;
 };
 
-/// A definition that a run over a section has made.
+/// A definition that a run over a section has made, or a line that failed in it.
 struct Definition {
-  std::string name;
-  SourceLocation value;     ///< where its value begins in its file; for a line that a macro made, the call's place
-  std::string source_line;  ///< the line at `value`, as it stands in its file
+  std::string name;          ///< empty for a line that failed
+  SourceLocation value;      ///< where its value begins in its file; for a line that a macro made, the call's place
+  std::string source_line;   ///< the line at `value`, as it stands in its file
+  std::string failure = {};  ///< what is wrong with the line, which has had no effect
 };
 
 /// What went wrong in a template, where, and which inclusions and macro calls led there.

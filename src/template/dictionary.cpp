@@ -231,6 +231,15 @@ std::string replaced_all(std::string_view text, std::string_view from, std::stri
   return result.append(text, position);
 }
 
+Dictionary copy_of(AutomationObject& values) {
+  Dictionary copy;
+  const Variant keys = values.call("GetKeys");
+  for (const std::string& key : keys.to_text_list()) {
+    copy.atPut(key, values.call_with("atGet", {key}).to_text(), Dictionary::EmptyValues::Keep);
+  }
+  return copy;
+}
+
 std::string encode_separators(std::string_view value) {
   std::string text(value);
   for (const Separator& separator : separators) text = replaced_all(text, separator.character, separator.word);

@@ -81,6 +81,9 @@ private:
   std::array<std::uint8_t, 256> index_ = {};
 };
 
+/// A dictionary of its own with what `values` holds, an object that has the members `GetKeys()` and `atGet(key)`.
+Dictionary copy_of(AutomationObject& values);
+
 /// Replaces characters 2, 3 and 4 by the words that a text bag holds for them, and back.
 std::string encode_separators(std::string_view value);
 std::string decode_separators(std::string_view value);

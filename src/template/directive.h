@@ -22,6 +22,12 @@ enum class DirectiveKind {
   Call,
 };
 
+/// Whether the directive begins a condition, which an "#ENDIF" ends.
+constexpr bool opens_condition(DirectiveKind kind) {
+  return kind == DirectiveKind::IfInside || kind == DirectiveKind::IfEqual || kind == DirectiveKind::IfNotEqual ||
+         kind == DirectiveKind::IfDefined || kind == DirectiveKind::IfUndefined;
+}
+
 /// A line's directive and the beginning by which it was recognised; what follows is its argument.
 struct Directive {
   DirectiveKind kind = DirectiveKind::Call;

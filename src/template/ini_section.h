@@ -25,7 +25,10 @@ namespace plexoras {
 /// `diagnostics`.
 class IniSection {
 public:
-  explicit IniSection(TemplateSession& session) : session_(session), references_(session, *variables_, file_name_) {}
+  /// `file` is what bare section references and `#INCLUDE` without `FROM` read until `Read` names another file.
+  // Kept: a section that never named a file means the product's own constants.
+  explicit IniSection(TemplateSession& session, std::string_view file = "APPLET.DAT")
+      : session_(session), file_name_(file), references_(session, *variables_, file_name_) {}
   IniSection(const IniSection&) = delete;
   IniSection& operator=(const IniSection&) = delete;
 
@@ -42,6 +45,8 @@ public:
   const std::string& GetContents();
   /// The variables themselves, not a copy, after preprocessing under the same condition.
   std::shared_ptr<Dictionary> GetVariables();
+  /// The variables as they are now, without preprocessing.
+  const Dictionary& present_variables() const { return *variables_; }
 
   /// Stores every entry of `variables`, in index order.
   void SetVariables(const Dictionary& variables);
@@ -51,7 +56,9 @@ public:
   std::string Find(std::string_view name) { return references_.Find(name); }
   bool isAbsent(std::string_view name) { return references_.isAbsent(name); }
 
-  /// Has the runs to come note in `to`, which outlives them, where each variable was defined.
+  /// Has the runs to come serve a reader who wants each definition with its place: they are noted in `to`, which
+  /// outlives the runs, in the order made. One with an empty value is stored, too. A line that fails does not end the
+  /// run: it is noted, described in the session's `diagnostics`, and left out; a condition that fails does not hold.
   void note_definitions(std::vector<Definition>& to) { definitions_ = &to; }
 
   /// Has the runs to come stop before their first line of text or macro call, as behind a `#HALT`.
@@ -64,8 +71,7 @@ public:
 private:
   TemplateSession& session_;
   std::shared_ptr<Dictionary> variables_ = std::make_shared<Dictionary>();
-  // Kept: a section that never named a file means the product's own constants.
-  std::string file_name_ = "APPLET.DAT";
+  std::string file_name_;
   References references_;
 
   SourceText raw_;

@@ -131,19 +131,44 @@ void Preprocessor::process() {
     }
     if (!input_->next()) return;
     const std::string_view line = input_->line();
-    const std::string_view left = left_trimmed(line);
-    const bool is_directive = left.starts_with('#');
-    last_was_plain = false;
     references_.begin_line(line);
     if (skipping()) {
-      if (is_directive) skip_line(left);
+      if (const std::string_view left = left_trimmed(line); left.starts_with('#')) skip_line(left);
       last_was_plain = true;
-    } else if (is_directive) {
-      handle_line(left);
     } else {
-      stop_for_step();
-      last_was_plain = emit(line);
+      last_was_plain = definitions_ == nullptr ? read_line(line) : try_line(line);
     }
+  }
+}
+
+// Whether it was a text line without a reference.
+bool Preprocessor::read_line(std::string_view line) {
+  const std::string_view left = left_trimmed(line);
+  if (left.starts_with('#')) {
+    handle_line(left);
+    return false;
+  }
+  stop_for_step();
+  return emit(line);
+}
+
+// Passes over a line that fails, as long as the request may go on at all.
+bool Preprocessor::try_line(std::string_view line) {
+  const std::size_t level_before = level_;
+  const std::size_t output_before = output_->size();
+  try {
+    return read_line(line);
+  } catch (const AutomationError& error) {
+    const std::string_view left = left_trimmed(line);
+    const DirectiveRow* const row = left.starts_with('#') ? row_of(left) : nullptr;
+    const bool is_condition = row != nullptr && opens_condition(row->kind);
+    if (session_.exhausted_ || (is_condition && level_before + 1 == levels)) throw;
+    output_->resize(output_before);
+    if (is_condition && level_ == level_before) open_level(true);
+    Diagnostic diagnostic = described(error);
+    definitions_->push_back({{}, diagnostic.where, diagnostic.source_line, diagnostic.what});
+    session_.diagnostics.push_back(std::move(diagnostic));
+    return false;
   }
 }
 
@@ -228,8 +253,10 @@ void Preprocessor::macro(std::string_view rest) { store(trimmed(rest), rest, "#M
 // `rest` is the argument as it stands in the line.
 void Preprocessor::store(std::string_view argument, std::string_view rest, std::string_view form) {
   const BlankSplit split = split_or_fail(argument, form);
-  variables_.atPut(split.first, without_quotes(split.rest));
-  if (definitions_ == nullptr) return;
+  const bool is_noted = definitions_ != nullptr;
+  variables_.atPut(split.first, without_quotes(split.rest),
+                   is_noted ? Dictionary::EmptyValues::Keep : Dictionary::EmptyValues::Drop);
+  if (!is_noted) return;
   const BlankSplit written = split_at_blank(trimmed(rest));
   const SourceLocation where = input_->location(written.found ? written.rest.data() : rest.data());
   definitions_->push_back({std::string(split.first), where, input_->source_line(where)});
@@ -312,7 +339,12 @@ bool Preprocessor::ask_to_halt() {
   const SourceLocation where = input_->location(nullptr);
   const std::string_view line = input_->line();
   const std::string_view left = left_trimmed(line);
-  return session_.platform.halt({left.starts_with('#') ? left : line, where.path, where.line, *output_, &variables_});
+  return session_.platform.halt({.current_line = left.starts_with('#') ? left : line,
+                                 .file = where.path,
+                                 .line = where.line,
+                                 .output = *output_,
+                                 .variables = &variables_,
+                                 .template_file = file_name_});
 }
 
 void Preprocessor::check_depth() {
@@ -337,6 +369,13 @@ Diagnostic Preprocessor::described() const {
   return diagnostic;
 }
 
+Diagnostic Preprocessor::described(const AutomationError& error) const {
+  Diagnostic diagnostic = described();
+  diagnostic.what = what_failed(error.number(), error.description(), session_.limits);
+  diagnostic.number = error.number();
+  return diagnostic;
+}
+
 void Preprocessor::fail(const AutomationError& error) {
   output_->clear();
   if (session_.exhausted_) {
@@ -345,10 +384,7 @@ void Preprocessor::fail(const AutomationError& error) {
   }
   session_.platform.show_message("An error occured near " + std::string(line_break) + input_->context(),
                                  "Template Build Internal Error");
-  Diagnostic diagnostic = described();
-  diagnostic.what = what_failed(error.number(), error.description(), session_.limits);
-  diagnostic.number = error.number();
-  session_.diagnostics.push_back(std::move(diagnostic));
+  session_.diagnostics.push_back(described(error));
 }
 
 }  // namespace plexoras

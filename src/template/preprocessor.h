@@ -32,7 +32,8 @@ public:
   Preprocessor(const Preprocessor&) = delete;
   Preprocessor& operator=(const Preprocessor&) = delete;
 
-  /// Has every `#DEFINE` and `#MACRO` of the run noted in `to`, in the order made.
+  /// Has every `#DEFINE` and `#MACRO` of the run noted in `to`, those with empty values stored, and lines that fail
+  /// noted and passed over; see `IniSection`. Null: none of this.
   void note_definitions(std::vector<Definition>* to) { definitions_ = to; }
 
   /// Has the run stop before its first line of text or macro call, as behind a `#HALT`.
@@ -60,6 +61,8 @@ private:
 
   void process();
   void skip_line(std::string_view line);
+  bool read_line(std::string_view line);
+  bool try_line(std::string_view line);
   void handle_line(std::string_view line);
   bool emit(std::string_view line);
   void call(std::string_view line);
@@ -85,6 +88,7 @@ private:
   bool ask_to_halt();
   void check_depth();
   void fail(const AutomationError& error);
+  Diagnostic described(const AutomationError& error) const;
   Diagnostic described() const;
 
   TemplateSession& session_;

@@ -1,6 +1,7 @@
 #include "template/template_files.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 #include "host/text_lines.h"
 
@@ -145,6 +146,18 @@ SourceText TemplateFiles::section(std::string_view name, std::string_view sectio
 
 bool TemplateFiles::has_section(std::string_view name, std::string_view section) {
   return file(name)->sections.contains(section);
+}
+
+std::vector<std::string_view> TemplateFiles::section_names(std::string_view name) {
+  std::vector<std::string_view> names;
+  std::unordered_set<std::string_view> seen;
+  TextLines lines(file(name)->bytes);
+  while (const auto line = lines.next()) {
+    if (kind_of_file_line(*line) != FileLine::Header) continue;
+    const std::string_view section = line->substr(1, line->size() - 2);
+    if (seen.insert(section).second) names.push_back(section);
+  }
+  return names;
 }
 
 std::optional<std::string_view> TemplateFiles::bytes(std::string_view name) {

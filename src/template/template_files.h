@@ -68,6 +68,8 @@ public:
 
   /// Whether the file has a section of that name, be it empty. False where there is no such file.
   bool has_section(std::string_view name, std::string_view section);
+  /// The names of a file's sections, each once, in their order. None where there is no such file.
+  std::vector<std::string_view> section_names(std::string_view name);
   /// The bytes of a file as they stand; nothing where there is no such file.
   std::optional<std::string_view> bytes(std::string_view name);
 

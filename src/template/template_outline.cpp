@@ -32,9 +32,8 @@ void read_inside(OutlineReference& reference, char mark, std::string_view inside
   reference.name = name;
 }
 
-}  // namespace
-
-std::vector<OutlineReference> references_in(std::string_view text) {
+// Those references that a "\" stands before, or those others.
+std::vector<OutlineReference> find_references(std::string_view text, bool wants_escaped) {
   std::vector<OutlineReference> found;
   if (next_reference(text, 0) == std::string_view::npos) return found;
 
@@ -60,7 +59,8 @@ std::vector<OutlineReference> references_in(std::string_view text) {
     if (text[at] == ')' && !open.empty()) {
       close(at, true);
     } else if (text[at] == '(') {
-      const bool begins_one = at > 0 && (text[at - 1] == '$' || text[at - 1] == '#') && !is_escaped(text, at - 1);
+      const bool begins_one =
+          at > 0 && (text[at - 1] == '$' || text[at - 1] == '#') && is_escaped(text, at - 1) == wants_escaped;
       open.push_back({at + 1, begins_one ? found.size() : none});
       if (begins_one) found.push_back({.name = {}, .begin = at - 1, .depth = depth++});
     }
@@ -69,6 +69,11 @@ std::vector<OutlineReference> references_in(std::string_view text) {
   std::erase_if(found, [](const OutlineReference& reference) { return reference.depth >= deepest_outline; });
   return found;
 }
+
+}  // namespace
+
+std::vector<OutlineReference> references_in(std::string_view text) { return find_references(text, false); }
+std::vector<OutlineReference> escaped_references_in(std::string_view text) { return find_references(text, true); }
 
 BlankSplit split_at_open_blank(std::string_view text) {
   std::size_t depth = 0;

@@ -36,6 +36,8 @@ struct OutlineReference {
 /// What nests more than `deepest_outline` deep is left out.
 std::vector<OutlineReference> references_in(std::string_view text);
 inline constexpr std::size_t deepest_outline = 32;
+/// Those that a "\" keeps from being references: `#DEFINE` stores them without it, so that they are some in its value.
+std::vector<OutlineReference> escaped_references_in(std::string_view text);
 
 /// A text cut in two at its first blank that stands in no reference: the name that a definition or call begins with,
 /// and the rest, both trimmed. Without such a blank `found` is false and `first` is all of it.

@@ -1,5 +1,8 @@
 #include "template/template_session.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace plexoras {
 namespace {
 
@@ -41,6 +44,13 @@ void TemplateSession::allow_for(std::size_t given_bytes) {
 void TemplateSession::allow_for_files_read() {
   allow_for(files.bytes_read() - files_allowed_for_);
   files_allowed_for_ = files.bytes_read();
+}
+
+std::vector<Diagnostic> TemplateSession::take_diagnostics(std::size_t told_before) {
+  const auto first = diagnostics.begin() + static_cast<std::ptrdiff_t>(std::min(told_before, diagnostics.size()));
+  std::vector<Diagnostic> taken(std::make_move_iterator(first), std::make_move_iterator(diagnostics.end()));
+  diagnostics.erase(first, diagnostics.end());
+  return taken;
 }
 
 void TemplateSession::warn_of_missing_file(std::string_view name, Diagnostic where) {

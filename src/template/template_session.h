@@ -42,6 +42,9 @@ public:
   TemplateFiles files;
   /// Failures and warnings of every run so far, in the order found.
   std::vector<Diagnostic> diagnostics;
+  /// Takes out the diagnostics behind the first `told_before`. Who keeps a session for long takes them as they come, or
+  /// they gather.
+  std::vector<Diagnostic> take_diagnostics(std::size_t told_before = 0);
 
   /// Notes that there is no template file `name`, which was asked for at `where`.
   void warn_of_missing_file(std::string_view name, Diagnostic where);

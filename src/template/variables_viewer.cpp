@@ -1,6 +1,6 @@
 #include "template/variables_viewer.h"
 
-#include "template/ini_section.h"
+#include "template/template_trial.h"
 
 namespace plexoras {
 
@@ -34,16 +34,11 @@ void VariablesViewer::lstVars_Click() {
 }
 
 void VariablesViewer::cmbShow_Click() {
-  // At a halt the line to try is the "#HALT" itself; it must not open this window inside itself.
-  Platform without_halts = platform_;
-  without_halts.halt = {};
-  without_halts.debugger_break = {};
-  TemplateSession session(without_halts);
-  IniSection section(session);
-  if (variables_ != nullptr) section.SetVariables(*variables_);
-  // A form layer may end lines in LF alone.
-  section.SetContents(replaced_all(replaced_all(txtCommand.text(), "\r\n", "\n"), "\n", "\r\n"));
-  txtMessage.set_text(section.GetContents());
+  Dictionary none;
+  HaltRequest halted;
+  halted.variables = variables_ == nullptr ? &none : variables_;
+  halted.template_file = template_file_;
+  txtMessage.set_text(try_template_text(platform_, halted, txtCommand.text()).text);
 }
 
 void VariablesViewer::cmbNext_Click() {
@@ -61,6 +56,7 @@ bool show_variables(const Platform& platform, const HaltRequest& request) {
   // A halt hands over the store that its run works on.
   viewer.SetVariables(static_cast<Dictionary&>(*request.variables));
   viewer.set_current_line(request.current_line);
+  viewer.set_template_file(request.template_file);
   viewer.ShowModal(platform);
   return viewer.step();
 }

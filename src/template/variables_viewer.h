@@ -15,8 +15,8 @@ namespace plexoras {
 ///
 ///     halt_with_viewer(host.platform());
 ///
-/// What is tried out changes nothing: it runs over a copy of the variables, with limits of its own, and a "#HALT" in it
-/// is passed over. One that fails shows the usual message box, and the halted template goes on all the same.
+/// What is tried out changes nothing (see `try_template_text`). One that fails shows the usual message box, and the
+/// halted template goes on all the same.
 class VariablesViewer final : public Form {
 public:
   ListBox& lstVars = add<ListBox>("lstVars", "Variables:");
@@ -36,6 +36,8 @@ public:
   Dictionary* GetVariables() const { return variables_; }
   /// What stands in `txtCommand` when the form shows.
   void set_current_line(std::string_view line) { current_line_ = line; }
+  /// The template file that bare references and inclusions mean in what is tried out.
+  void set_template_file(std::string_view file) { template_file_ = file; }
 
   /// Whether the author wants to stop again before the next line: false until `cmbNext` was chosen.
   bool step() const { return step_; }
@@ -50,6 +52,7 @@ private:
   const Platform& platform_;
   Dictionary* variables_ = nullptr;
   std::string current_line_;
+  std::string template_file_;
   bool step_ = false;
 };
 

@@ -1,6 +1,8 @@
 #include "template/window_spec.h"
 
 #include <algorithm>
+#include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 #include "host/text_lines.h"
@@ -11,30 +13,7 @@ namespace plexoras {
 namespace {
 
 using Kind = WindowSpecEntry::Kind;
-
-// What the ending of a name makes of a definition.
-struct Ending {
-  std::string_view text;
-  std::optional<Kind> kind;  // nothing: words about another entry
-};
-constexpr Ending endings[] = {
-    {"_SPEC", Kind::Setting},
-    {"_MESSAGESPEC", Kind::Message},
-    {"_DIVIDERSPEC", Kind::Divider},
-    {"_COMMENT", std::nullopt},
-};
-
-const Ending* find_ending(std::string_view name) {
-  for (const Ending& ending : endings) {
-    if (name.ends_with(ending.text)) return &ending;
-  }
-  return nullptr;
-}
-
-// Whether somebody meant this name for an entry.
-bool resembles_entry(std::string_view name) {
-  return !name.starts_with('_') && (name.ends_with("SPEC") || name.ends_with("COMMENT"));
-}
+using Role = WindowSpecName::Role;
 
 // Turns the definitions of one section into entries.
 class Reader {
@@ -47,10 +26,21 @@ public:
     loaded.note_definitions(definitions_);
     loaded.SetVariables(values_);
     loaded.Read(file_, section_);
-    variables_ = loaded.GetVariables();
-    if (!loaded.failed()) tell_of_text(loaded.GetContents());
-    for (std::int32_t i = 0; i < variables_->Count(); ++i) add(variables_->keyAtIndex(i), variables_->valueAtIndex(i));
-    for (const std::string& name : comments_) attach_comment(name);
+    // The one run: a section without text would be run anew each time that it is asked for something.
+    const std::string& text = loaded.GetContents();
+    variables_ = &loaded.present_variables();
+    tell_of_text(text);
+
+    for (const Definition& made : definitions_) last_made_[made.name] = &made;
+    std::unordered_set<std::string_view> added;
+    for (const Definition& made : definitions_) {
+      if (!made.failure.empty()) {
+        add_failed(made);
+      } else if (variables_->includes(made.name, Dictionary::EmptyValues::Keep) && added.insert(made.name).second) {
+        add(made.name, variables_->atGet(made.name));
+      }
+    }
+    for (const WindowSpecName& name : comments_) attach_comment(name);
     for (Pending& pending : pending_) check_condition(pending);
     std::vector<WindowSpecEntry> entries;
     for (Pending& pending : pending_) entries.push_back(std::move(pending.entry));
@@ -63,44 +53,46 @@ private:
     std::size_t condition_at = 0;
   };
 
-  void add(const std::string& name, const std::string& value) {
-    // What the control brought is no entry, unless the section has made one of it.
-    if (values_.includes(name) && values_.atGet(name) == value) return;
-    const Ending* ending = find_ending(name);
-    if (ending == nullptr && !resembles_entry(name)) return;
+  void add(const std::string& written, const std::string& value) {
+    const WindowSpecName name = parse_window_spec_name(written);
+    if (name.role == Role::Helper) return;
+    if (name.role == Role::Comment) return comments_.push_back(name);
     Pending pending;
-    pending.entry.name = name;
+    pending.entry.key = name.key;
+    pending.entry.kind = name.kind;
+    pending.entry.name = written;
     try {
-      if (ending == nullptr || ending->text.size() == name.size()) {
-        throw WindowSpecFault{0, "\"" + name +
-                                     "\" names no entry; write KEY_SPEC, KEY_COMMENT, NAME_MESSAGESPEC or "
-                                     "NAME_DIVIDERSPEC"};
-      }
-      if (!ending->kind) return comments_.push_back(name);
-      pending.entry.key = name.substr(0, name.size() - ending->text.size());
-      pending.entry.kind = *ending->kind;
+      if (name.role == Role::Misnamed) throw WindowSpecFault{0, names_no_entry(written)};
       read_window_spec_line(value, constants(), pending.entry, pending.condition_at);
     } catch (const WindowSpecFault& fault) {
-      WindowSpecEntry unreadable;
-      unreadable.kind = Kind::Unreadable;
-      unreadable.key = pending.entry.key;
-      unreadable.name = name;
-      unreadable.text = tell(name, value, fault);
-      pending.entry = std::move(unreadable);
+      pending.entry = unreadable(written, tell(written, value, fault));
+      pending.entry.key = name.key;
     }
     pending_.push_back(std::move(pending));
   }
 
-  void attach_comment(const std::string& name) {
-    constexpr std::string_view ending = "_COMMENT";
-    const std::string_view key = std::string_view(name).substr(0, name.size() - ending.size());
+  // A line that makes no definition stands under a name of its own.
+  void add_failed(const Definition& line) {
+    const std::string name = "UNREADABLE_" + std::to_string(++failed_lines_);
+    pending_.push_back({unreadable(name, to_text(line.value) + ": " + line.failure)});
+  }
+
+  static WindowSpecEntry unreadable(const std::string& name, std::string text) {
+    WindowSpecEntry entry;
+    entry.kind = Kind::Unreadable;
+    entry.name = name;
+    entry.text = std::move(text);
+    return entry;
+  }
+
+  void attach_comment(const WindowSpecName& comment) {
+    const std::string name = std::string(comment.key) + "_COMMENT";
     const auto about =
-        std::find_if(pending_.begin(), pending_.end(), [&](const Pending& p) { return p.entry.key == key; });
+        std::find_if(pending_.begin(), pending_.end(), [&](const Pending& p) { return p.entry.key == comment.key; });
     if (about != pending_.end()) {
       about->entry.comment = variables_->atGet(name);
     } else {
-      tell(name, variables_->atGet(name),
-           {0, "there is no entry \"" + std::string(key) + "\" that this could be about"});
+      tell(name, variables_->atGet(name), {0, comments_on_no_entry(comment.key)});
     }
   }
 
@@ -112,7 +104,7 @@ private:
     });
     if (is_setting || values_.includes(key, Dictionary::EmptyValues::Keep)) return;
     tell(pending.entry.name, variables_->atGet(pending.entry.name),
-         {pending.condition_at, "there is no setting \"" + key + "\" for the condition; it is left out"});
+         {pending.condition_at, depends_on_no_setting(key) + "; it is left out"});
     pending.entry.condition.reset();
   }
 
@@ -125,7 +117,7 @@ private:
     const std::size_t line_break = text.substr(0, first).rfind('\n');
     const std::size_t begin = line_break == std::string_view::npos ? 0 : line_break + 1;
     Diagnostic diagnostic;
-    diagnostic.what = "a line of text means nothing in a window-spec; begin it with #DEFINE";
+    diagnostic.what = std::string(text_in_window_spec) + "; begin it with #DEFINE";
     diagnostic.source_line = text.substr(begin, text.find('\r', first) - begin);
     diagnostic.where = place_of(diagnostic.source_line, source);
     diagnostic.where.column = first - begin + 1;
@@ -158,9 +150,8 @@ private:
   std::string tell(const std::string& name, std::string_view value, const WindowSpecFault& fault) {
     Diagnostic diagnostic;
     diagnostic.what = fault.what;
-    const auto made = std::find_if(definitions_.rbegin(), definitions_.rend(),
-                                   [&](const Definition& definition) { return definition.name == name; });
-    if (made != definitions_.rend()) {
+    if (const auto found = last_made_.find(name); found != last_made_.end()) {
+      const Definition* const made = found->second;
       diagnostic.where = made->value;
       diagnostic.source_line = made->source_line;
       const std::string_view line = made->source_line;
@@ -186,10 +177,12 @@ private:
   std::string_view section_;
   const Dictionary& values_;
   std::vector<Definition> definitions_;
-  std::shared_ptr<Dictionary> variables_;
+  std::unordered_map<std::string_view, const Definition*> last_made_;
+  const Dictionary* variables_ = nullptr;
   std::shared_ptr<Dictionary> constants_;
   std::vector<Pending> pending_;
-  std::vector<std::string> comments_;
+  std::vector<WindowSpecName> comments_;
+  std::size_t failed_lines_ = 0;
 };
 
 }  // namespace

@@ -50,11 +50,12 @@ struct WindowSpecEntry {
   std::optional<Condition> condition = {};
 };
 
-/// The entries of section `section` of template file `file`, in order, after preprocessing it with `values` as
-/// variables.
+/// The entries of section `section` of template file `file`, in the order of their first definitions, after
+/// preprocessing it once with `values` as variables.
 ///
 /// What cannot be read is told in the session's diagnostics, with its place, and stands as `Unreadable` between the
-/// others. A section that is missing has no entries. Error 75 when the file cannot be read.
+/// others; a line that is no definition has the name "UNREADABLE_1" and so on. A section that is missing has no
+/// entries. Error 75 when the file cannot be read.
 std::vector<WindowSpecEntry> read_window_spec(TemplateSession& session, std::string_view file, std::string_view section,
                                               const Dictionary& values);
 

@@ -17,6 +17,7 @@ using Choice = WindowSpecEntry::Choice;
 struct Fault {
   std::string_view at;
   std::string what;
+  bool lacks_table = false;
 };
 
 constexpr std::string_view escapable = "|;=\\";
@@ -77,7 +78,8 @@ struct Argument {
 
 void read_range(const Argument& argument, WindowSpecEntry& entry) {
   const std::size_t dots = argument.text.find("..");
-  if (dots == std::string_view::npos) {
+  const bool is_unclear = argument.text.substr(std::min(dots, argument.text.size())).starts_with("...");
+  if (dots == std::string_view::npos || is_unclear) {
     throw Fault{argument.text, quoted(argument.text) + " is no range; write 0..100, 0.. or ..100"};
   }
   const auto bound = [](std::string_view text) {
@@ -134,7 +136,10 @@ void read_lookup(const Argument& argument, WindowSpecEntry& entry) {
     entry.choices.push_back({table->valueAtIndex(i), table->keyAtIndex(i)});
   }
   if (entry.choices.empty()) {
-    throw Fault{argument.text, "section CONSTANT has no table " + quoted(argument.text)};
+    throw Fault{argument.text,
+                "section CONSTANT has no table " + quoted(argument.text) + "; define " + std::string(argument.text) +
+                    "_Text with its value there",
+                true};
   }
 }
 
@@ -259,7 +264,43 @@ void read_options(const std::vector<std::string_view>& pieces, std::size_t first
   }
 }
 
+// What the ending of a name makes of a definition.
+struct Ending {
+  std::string_view text;
+  WindowSpecName::Role role;
+  WindowSpecEntry::Kind kind;
+};
+constexpr Ending endings[] = {
+    {"_SPEC", WindowSpecName::Role::Entry, WindowSpecEntry::Kind::Setting},
+    {"_MESSAGESPEC", WindowSpecName::Role::Entry, WindowSpecEntry::Kind::Message},
+    {"_DIVIDERSPEC", WindowSpecName::Role::Entry, WindowSpecEntry::Kind::Divider},
+    {"_COMMENT", WindowSpecName::Role::Comment, {}},
+};
+
 }  // namespace
+
+WindowSpecName parse_window_spec_name(std::string_view name) {
+  if (name.starts_with('_')) return {};
+  for (const Ending& ending : endings) {
+    if (name.ends_with(ending.text)) {
+      return {ending.role, name.substr(0, name.size() - ending.text.size()), ending.kind};
+    }
+  }
+  const bool resembles_one = name.ends_with("SPEC") || name.ends_with("COMMENT");
+  return {.role = resembles_one ? WindowSpecName::Role::Misnamed : WindowSpecName::Role::Helper};
+}
+
+std::string names_no_entry(std::string_view name) {
+  return quoted(name) + " names no entry; write KEY_SPEC, KEY_COMMENT, NAME_MESSAGESPEC or NAME_DIVIDERSPEC";
+}
+
+std::string comments_on_no_entry(std::string_view key) {
+  return "there is no entry " + quoted(key) + " that this could be about";
+}
+
+std::string depends_on_no_setting(std::string_view key) {
+  return "there is no setting " + quoted(key) + " for the condition";
+}
 
 void read_window_spec_line(std::string_view value, const Dictionary& constants, WindowSpecEntry& entry,
                            std::size_t& condition_at) {
@@ -272,7 +313,7 @@ void read_window_spec_line(std::string_view value, const Dictionary& constants, 
     read_options(pieces, is_setting ? read_type(pieces, constants, entry) : 1, entry, condition);
     if (entry.condition) condition_at = offset_of(condition);
   } catch (const Fault& fault) {
-    throw WindowSpecFault{offset_of(fault.at), fault.what};
+    throw WindowSpecFault{offset_of(fault.at), fault.what, fault.lacks_table};
   }
 }
 

@@ -85,7 +85,8 @@ Run declare_new(CLI::App& app) {
   auto options = std::make_shared<NewOptions>();
   app.add_option("PAGE", options->page, "The page; a small valid one is made where there is none")->required();
   app.add_option("--name", options->name, "The control's name, unique on its page")->required();
-  app.add_option("--control", options->control, "Its type")->capture_default_str();
+  app.add_option("--control", options->control, "Its type: chart or template; describe lists them")
+      ->capture_default_str();
   app.add_option("--after", options->after, "Put it behind this text of the page")->check(given());
   app.add_option("--before", options->before, "Put it before this text of the page")->check(given());
   app.add_option("PROPERTY=VALUE", options->assignments, "Properties to set at once");
@@ -112,6 +113,52 @@ Run declare_set(CLI::App& app) {
   CLI::Option* const csv = app.add_option("--csv", options->csv, csv_help)->check(given());
   declare_import_flags(app, options->import, csv);
   return running(run_set, options);
+}
+
+// What authors do on a page. Their order counts across all of these, so each is noted as soon as it is read.
+struct ActionOption {
+  FormAction::Kind kind;
+  const char* option;
+  const char* value;
+  const char* help;
+};
+constexpr ActionOption action_options[] = {
+    {FormAction::Kind::Set, "--set", "CONTROL=VALUE", "Give a control a value: a text, on or off, an entry or #INDEX"},
+    {FormAction::Kind::Click, "--click", "CONTROL", "Click a button"},
+    {FormAction::Kind::Key, "--key", "CONTROL=KEY", "Press Enter, Up or Down in a text box"},
+    {FormAction::Kind::Focus, "--focus", "CONTROL", "Go to a text box"},
+    {FormAction::Kind::Call, "--call", "CONTROL.MEMBER=ARGUMENTS", "Call a member of a component: tbl.selectCell=0,2"},
+    {FormAction::Kind::ChooseFile, "--file", "PATH", "Choose this file in the dialog that the action before opens"},
+};
+
+Run declare_page(CLI::App& app) {
+  auto options = std::make_shared<PropertyPageOptions>();
+  app.add_option("PAGE#NAME", options->target, "A control of a page")->required();
+  app.add_option("PROPERTY-PAGE", options->property_page, "The property page; without it they are listed");
+  for (const ActionOption& row : action_options) {
+    const auto note = [&actions = options->actions, &row](const std::string& value) {
+      actions.push_back({row.kind, row.option, value});
+    };
+    app.add_option_function<std::string>(row.option, note, row.help)->type_name(row.value)->trigger_on_parse();
+  }
+  app.add_flag("--apply", options->apply, "Apply what has been changed in the end, and write the page");
+  return running(run_page, options);
+}
+
+Run declare_describe(CLI::App& app) {
+  auto options = std::make_shared<DescribeOptions>();
+  app.add_option("CONTROL", options->control, "A kind of control: chart or template; without it they are listed");
+  app.add_option("PROPERTY", options->property, "One of its properties");
+  return running(run_describe, options);
+}
+
+Run declare_image(CLI::App& app) {
+  auto options = std::make_shared<ImageOptions>();
+  app.add_option("PAGE#NAME", options->target, "A chart of a page")->required();
+  app.add_option("-o,--output", options->output, "The file to write; - writes standard output")
+      ->required()
+      ->check(given());
+  return running(run_image, options);
 }
 
 Run declare_publish(CLI::App& app) {
@@ -162,6 +209,7 @@ constexpr CommandRow commands[] = {
     {"new", "Put a control on a page",
      "  plexoras new index.html --name Sales\n"
      "  plexoras new index.html --name Sales --csv sales.csv --guess\n"
+     "  plexoras new index.html --name Tip --control template KIND=tip TEXT='Try the filter.'\n"
      "  plexoras new index.html --name Share --after '<h2>Market</h2>' DiagramType=4 width=400\n",
      true, declare_new},
     {"get", "Print properties of controls",
@@ -174,6 +222,21 @@ constexpr CommandRow commands[] = {
      "  plexoras set index.html#Sales --csv sales.csv --first-row --first-col\n"
      "  plexoras get a.html#Sales --changed | plexoras set b.html#Sales --from -\n",
      true, declare_set},
+    {"page", "Show a property page of a control, and work on it as its author",
+     "  plexoras page index.html#Sales                     its property pages\n"
+     "  plexoras page index.html#Sales Styles              one of them, with its controls\n"
+     "  plexoras page index.html#Sales Styles --set chkHasLegend=off --set cmbFontSize=14 --apply\n"
+     "  plexoras page index.html#Sales Styles --click cmdMenuBuilder --click rbCustomMenu \\\n"
+     "    --set txtCaption=Help --set 'txtJavaScript=help()' --click cmdOK --apply\n"
+     "Actions are done in the order given. A dialog that one opens takes those behind it until it closes.\n",
+     true, declare_page},
+    {"describe", "Say what controls and properties there are",
+     "  plexoras describe                          the kinds of controls\n"
+     "  plexoras describe chart                    the properties of charts\n"
+     "  plexoras describe chart DiagramType        one of them, with its codes\n",
+     false, declare_describe},
+    {"image", "Write the picture of a chart into a file", "  plexoras image index.html#Sales -o sales.png\n", true,
+     declare_image},
     {"import", "Make a contents document of delimited text",
      "  plexoras import sales.csv --first-row --first-col\n"
      "  plexoras import export.txt --guess > sales.xml\n"

@@ -13,6 +13,9 @@ int run_check(const CheckOptions& options, HeadlessPlatform& host, Console& cons
 int run_new(const NewOptions& options, HeadlessPlatform& host, Console& console);
 int run_get(const GetOptions& options, HeadlessPlatform& host, Console& console);
 int run_set(const SetOptions& options, HeadlessPlatform& host, Console& console);
+int run_page(const PropertyPageOptions& options, HeadlessPlatform& host, Console& console);
+int run_describe(const DescribeOptions& options, HeadlessPlatform& host, Console& console);
+int run_image(const ImageOptions& options, HeadlessPlatform& host, Console& console);
 int run_import(const ImportOptions& options, HeadlessPlatform& host, Console& console);
 int run_refresh(const RefreshOptions& options, HeadlessPlatform& host, Console& console);
 int run_publish(const PublishOptions& options, HeadlessPlatform& host, Console& console);

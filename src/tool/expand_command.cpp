@@ -58,7 +58,7 @@ int run_expand(const ExpandOptions& options, HeadlessPlatform& host, Console& co
   IniSection section(session);
   section.SetVariables(parse_definitions(options.definitions));
   section.Read(options.file, options.section);
-  TemplateStepper stepper(host.platform(), options.file);
+  TemplateStepper stepper(host.platform());
   if (options.step || options.step_first) {
     host.platform().halt = [&stepper](const HaltRequest& request) { return stepper.halt(request); };
   }

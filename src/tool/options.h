@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "authoring/data_source.h"
+#include "authoring/form_driver.h"
 
 namespace plexoras {
 
@@ -65,6 +66,30 @@ struct SetOptions {
   std::string csv;   ///< a file of data, "-" for standard input
   ImportRequest import;
   bool custom = false;
+};
+
+/// An author's action on a property page, as it was given.
+struct PageActionText {
+  FormAction::Kind kind;
+  std::string option;  ///< "--set"
+  std::string value;
+};
+
+struct PropertyPageOptions {
+  std::string target;
+  std::string property_page;
+  std::vector<PageActionText> actions;  ///< in the order given
+  bool apply = false;
+};
+
+struct DescribeOptions {
+  std::string control;
+  std::string property;
+};
+
+struct ImageOptions {
+  std::string target;
+  std::string output;  ///< "-" for standard output
 };
 
 struct PublishOptions {

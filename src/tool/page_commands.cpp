@@ -107,20 +107,6 @@ std::vector<Assignment> read_assignments(const std::string& from) {
   return assignments;
 }
 
-void tell(const std::vector<Diagnostic>& diagnostics, Console& console) {
-  if (console.options().json) return;  // they are in the object
-  for (const Diagnostic& diagnostic : diagnostics) console.problem(to_text(diagnostic));
-}
-
-// What a control saves depends on what its template declares, so that nothing is written while that fails.
-void refuse_broken_template(const std::vector<Diagnostic>& diagnostics, Console& console) {
-  if (diagnostics.empty()) return;
-  tell(diagnostics, console);
-  const Diagnostic& first = diagnostics.front();
-  throw AutomationError(RunTimeError::InvalidCall, "the control's template cannot be used, and nothing was written: " +
-                                                       to_text(first.where) + ": " + first.what);
-}
-
 // Data that a control was given, and the file that it remembers for them; null when there are none.
 using GivenData = nlohmann::json;
 

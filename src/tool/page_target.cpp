@@ -45,6 +45,19 @@ LiveControl load_control(TemplateSession& session, const Page& page, std::size_t
   }
 }
 
+void tell(const std::vector<Diagnostic>& diagnostics, Console& console) {
+  if (console.options().json) return;  // they are in the object
+  for (const Diagnostic& diagnostic : diagnostics) console.problem(to_text(diagnostic));
+}
+
+void refuse_broken_template(const std::vector<Diagnostic>& diagnostics, Console& console) {
+  if (diagnostics.empty()) return;
+  tell(diagnostics, console);
+  const Diagnostic& first = diagnostics.front();
+  throw AutomationError(RunTimeError::InvalidCall, "the control's template cannot be used, and nothing was written: " +
+                                                       to_text(first.where) + ": " + first.what);
+}
+
 std::pair<std::string, std::string> parse_assignment(std::string_view text) {
   const std::size_t equals = text.find('=');
   if (equals == std::string_view::npos || equals == 0) {

@@ -2,11 +2,15 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "authoring/live_control.h"
 #include "authoring/page.h"
 
 namespace plexoras {
+
+class Console;
 
 /// "PAGE#NAME" taken apart at its last "#"; the name is empty where there is none.
 struct PageTarget {
@@ -21,6 +25,13 @@ std::size_t find_control(const Page& page, const PageTarget& target);
 
 /// Loads a control of `page`. What is wrong with its saved state is a `PageError` at its place.
 LiveControl load_control(TemplateSession& session, const Page& page, std::size_t index);
+
+/// Shows people what templates had to say. With --json it belongs into the command's object.
+void tell(const std::vector<Diagnostic>& diagnostics, Console& console);
+
+/// What a control saves depends on what its template declares, so that nothing is written while that fails: error 5,
+/// unless `diagnostics` is empty.
+void refuse_broken_template(const std::vector<Diagnostic>& diagnostics, Console& console);
 
 /// "PROPERTY=VALUE" taken apart at its first "=".
 std::pair<std::string, std::string> parse_assignment(std::string_view text);

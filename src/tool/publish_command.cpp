@@ -80,7 +80,7 @@ PublishedFile publish(Publisher& publisher, const SiteFile& file) {
             .outcome = PublishedFile::Outcome::Failed,
             .problems = {{file.source, {}, file.problem}}};
   }
-  return file.is_page ? publisher.publish_page(file.source, file.target)
+  return file.is_page ? publisher.publish_page(file.source, file.target, file.root)
                       : publisher.copy_file(file.source, file.target);
 }
 
@@ -98,6 +98,10 @@ int run_publish(const PublishOptions& options, HeadlessPlatform& host, Console& 
     const PublishedFile result = publish(publisher, file);
     totals.add(file, result);
     report(result, console);
+  }
+  for (const PublishedFile& script : publisher.publish_scripts()) {
+    totals.add({.source = script.source}, script);
+    report(script, console);
   }
   console.say(totals.sentence() + (interrupted() ? "; interrupted" : "") +
               (console.options().dry_run ? "; nothing was written (--dry-run)" : ""));

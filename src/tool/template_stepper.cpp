@@ -8,7 +8,8 @@
 #include <iterator>
 
 #include "authoring/page_text.h"
-#include "template/ini_section.h"
+#include "template/references.h"
+#include "template/template_trial.h"
 #include "tool/console.h"
 
 namespace plexoras {
@@ -100,7 +101,7 @@ TemplateStepper::Answer TemplateStepper::obey(std::string_view typed, const Halt
     return (parts.first == row.letter || parts.first == row.word) && takes_name == parts.found;
   });
   if (command == std::end(commands)) {
-    try_out(parts.first == "=" ? parts.rest : typed, variables);
+    try_out(parts.first == "=" ? parts.rest : typed, request);
     return Answer::StayHere;
   }
   switch (command->letter.front()) {
@@ -140,45 +141,42 @@ void TemplateStepper::show_stop(const HaltRequest& request, const Dictionary& va
       : tail.size() == request.output.size() ? "--- output ---\n"
                                              : "--- end of the output ---\n");
   say(for_terminal(tail));
+  seen_before_ = std::move(seen_now_);
+  seen_now_.emplace();
+  for (std::int32_t i = 0; i < variables.Count(); ++i) {
+    seen_now_->emplace(variables.keyAtIndex(i), variables.valueAtIndex(i));
+  }
   say("--- variables ---\n");
   show_variables(variables);
-  std::map<std::string, std::string> seen;
-  for (std::int32_t i = 0; i < variables.Count(); ++i) seen[variables.keyAtIndex(i)] = variables.valueAtIndex(i);
-  for (const auto& [name, value] : last_seen_.value_or(seen)) {
-    if (!seen.contains(name)) say("- " + name + "\n");
-  }
-  last_seen_ = std::move(seen);
   const std::string file = request.file.empty() ? "<text>" : std::string(request.file);
   say(file + ":" + std::to_string(request.line) + ": " + std::string(request.current_line) + "\n");
 }
 
-// Those that have changed since the last stop are marked.
+// Those that have changed since the last stop are marked; those that have gone come last.
 void TemplateStepper::show_variables(const Dictionary& variables) const {
   for (std::int32_t i = 0; i < variables.Count(); ++i) {
     const std::string& name = variables.keyAtIndex(i);
     const std::string& value = variables.valueAtIndex(i);
     bool has_changed = false;
-    if (last_seen_) {
-      const auto before = last_seen_->find(name);
-      has_changed = before == last_seen_->end() || before->second != value;
+    if (seen_before_) {
+      const auto before = seen_before_->find(name);
+      has_changed = before == seen_before_->end() || before->second != value;
     }
     say((has_changed ? "* " : "  ") + name + " = " + shortened(value) + "\n");
   }
+  if (!seen_before_) return;
+  for (const auto& [name, value] : *seen_before_) {
+    if (!seen_now_->contains(name)) say("- " + name + "\n");
+  }
 }
 
-// As the variables viewer does, with a session of its own, so that nothing that is tried out reaches the template.
-void TemplateStepper::try_out(std::string_view text, const Dictionary& variables) const {
-  SilentMessageBox silent;
-  Platform without_halts = platform_;
-  without_halts.halt = {};
-  without_halts.message_box = &silent;
-  TemplateSession session(without_halts);
-  IniSection section(session);
-  section.SetVariables(variables);
-  section.Read(file_, "");  // for its name alone
-  section.SetContents(text);
-  say(for_terminal(section.GetContents()));
-  for (const Diagnostic& diagnostic : session.diagnostics) say(to_text(diagnostic));
+void TemplateStepper::try_out(std::string_view text, const HaltRequest& request) const {
+  SilentMessageBox silent;  // diagnostics say more
+  Platform quiet = platform_;
+  quiet.message_box = &silent;
+  const TemplateTrial trial = try_template_text(quiet, request, text);
+  say(for_terminal(trial.text));
+  for (const Diagnostic& diagnostic : trial.diagnostics) say(to_text(diagnostic));
 }
 
 }  // namespace plexoras

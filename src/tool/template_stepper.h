@@ -20,9 +20,8 @@ public:
   /// What `halt` raises when the author wants no result at all.
   struct Quit {};
 
-  /// `platform` outlives the stepper. `file` is the template file that `#INCLUDE` without `FROM` means in what is
-  /// typed.
-  TemplateStepper(const Platform& platform, std::string file) : platform_(platform), file_(std::move(file)) {}
+  /// `platform` outlives the stepper.
+  explicit TemplateStepper(const Platform& platform) : platform_(platform) {}
 
   /// Answers `Platform::halt`.
   bool halt(const HaltRequest& request);
@@ -35,11 +34,12 @@ private:
   Answer obey(std::string_view typed, const HaltRequest& request, const Dictionary& variables);
   void show_stop(const HaltRequest& request, const Dictionary& variables);
   void show_variables(const Dictionary& variables) const;
-  void try_out(std::string_view text, const Dictionary& variables) const;
+  void try_out(std::string_view text, const HaltRequest& request) const;
 
   const Platform& platform_;
-  std::string file_;
-  std::optional<std::map<std::string, std::string>> last_seen_;  // the variables at the last stop
+  using Seen = std::optional<std::map<std::string, std::string>>;
+  Seen seen_before_;  // the variables at the stop before this one
+  Seen seen_now_;
   bool runs_to_the_end_ = false;
 };
 

@@ -120,6 +120,8 @@ TEST(DiagramApplet, AnswersItsMethods) {
   EXPECT_EQ(refusal([&] { chart.call("FontName"); }).substr(0, 4), "438 ");
   EXPECT_EQ(refusal([&] { chart.get("getFontList"); }).substr(0, 4), "438 ");
   EXPECT_EQ(refusal([&] { chart.call_by_id(1); }).substr(0, 4), "438 ");
+  EXPECT_EQ(refusal([&] { chart.call("getChartImage"); }),
+            "445 getChartImage: Object doesn't support this action; the chart component of this program cannot draw yet");
 }
 
 TEST(DiagramApplet, SampleContentsAreALabelledTable) {

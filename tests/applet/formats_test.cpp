@@ -107,6 +107,7 @@ TEST(LocaleLists, NameLanguagesAndCountriesInTheirOwnTongue) {
   EXPECT_EQ(lists.variants("en", "US"), (StringList{"", "POSIX-Computer"}));
   EXPECT_EQ(lists.variants("de", "DE"), StringList{""});
   EXPECT_EQ(lists.variants("?", "?"), StringList{""});
+  EXPECT_EQ(&lists.variants("EN", "us"), &lists.variants("en", "US"));
 }
 
 TEST(LocaleLists, EveryLanguageHasEntriesThatFormat) {
@@ -148,6 +149,8 @@ TEST(DateText, ReadsDaysAndMilliseconds) {
       {"2024-05T10:00", {}},
       {"2024-+5-17", {}},
       {"2024-", {}},
+      {"-000-01-01", {}},
+      {"-000", 0.0},  // a number
       {"17.05.2024", {}},
       {"", {}},
       {" ", {}},
@@ -240,6 +243,7 @@ TEST(ValueFormat, TakesPatternsAsTheyAreTyped) {
       {"de_DE", "#,##0.00", "-1.234,57"},
       {"en_US", "0;(0)", "(1235)"},
       {"de_DE", "¤ #,##0", "-€ 1.235"},
+      {"de", "¤ #,##0", "-€ 1.235"},
       {"en_US", "0.0E0", "-1.2E3"},
       {"en_US", "0 'items'", "-1235 items"},
       {"en_US", "", "-1234.567"},
@@ -305,8 +309,14 @@ TEST(FormatMembers, AChoiceBringsWhatFollowsFromIt) {
     EXPECT_EQ(place(chart), c.place) << c.member << " " << c.code;
   }
   chart.put("FormatVariant", "POSIX");
-  chart.call_with("chooseCountry", {"US"});
-  EXPECT_EQ(place(chart), "en/US/POSIX");
+  for (const char* typed : {"US", "", "U", "us"}) {
+    chart.call_with("chooseCountry", {typed});
+    EXPECT_EQ(place(chart), "en/" + std::string(typed) + "/POSIX") << "half typed, it changes nothing else";
+  }
+  chart.call_with("chooseLanguage", {"e"});
+  EXPECT_EQ(place(chart), "e/us/POSIX");
+  chart.call_with("chooseLanguage", {"en"});
+  EXPECT_EQ(place(chart), "en/us/POSIX");
   chart.call_with("chooseCountry", {"GB"});
   EXPECT_EQ(place(chart), "en/GB/");
 

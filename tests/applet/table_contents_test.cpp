@@ -46,12 +46,24 @@ private:
   std::string& log_;
 };
 
+// What hears of the editor's events.
+class EventLog final : public AutomationObject {
+public:
+  explicit EventLog(std::string& log) : log_(log) {}
+
+  Variant get(std::string_view member) override { no_such_member(member, "EventLog"); }
+  void put(std::string_view member, const Variant&) override { no_such_member(member, "EventLog"); }
+  Variant call(std::string_view event, Arguments) override { return log_ += std::string(event) + "; ", Variant(); }
+
+private:
+  std::string& log_;
+};
+
 struct Editing {
   Editing() {
     host.components.add("Plexoras.DiagramApplet", [this] { return std::make_shared<LoggedComponent>(log); });
     form = std::make_shared<DsTableContentsComponent>(host.platform);
-    form->on_accept = [this] { log += "Accept; "; };
-    form->on_cancel = [this] { log += "Cancel; "; };
+    form->host = std::make_shared<EventLog>(log);
   }
   explicit Editing(std::string_view document) : Editing() {
     form->LoadDocument(document);

@@ -63,7 +63,8 @@ TEST(Check, FindsFaultsInTemplates) {
       {"opened in one section and closed in another", "[A]\n#INCLUDE B\nx\n#INCLUDE C\n[B]\n#IFDEF X\n[C]\n#ENDIF\n",
        ""},
       {"closed twice", "[A]\n#IFDEF X\n#ENDIF\n  #ENDIF\n", "4:3 stray-endif|"},
-      {"two alternatives", "[A]\n#IFDEF X\n#ELSE\n#ELSE\n#ENDIF\n", "4:1 second-else|"},
+      {"two alternatives, and no fault of what goes on elsewhere",
+       "[A]\n#INCLUDE B\n#ELSE\n#ELSE\n#INCLUDE C\n[B]\n#IFDEF X\n[C]\n#ENDIF\n", "4:1 second-else|"},
       {"an alternative to nothing", "[A]\na\n#ELSE\nb\n", "3:1 stray-else|"},
       {"an else-if", "[A]\n#IFDEF X\n#ELSEIF Y\n#ENDIF\n", "3:1 misspelled-directive|"},
       {"conditions that macros make", "[A]\n#MACRO WHEN #IFDEF $(_NAME)\n#WHEN X\n#ENDIF\n", ""},
@@ -103,17 +104,28 @@ TEST(Check, FindsFaultsInTemplates) {
       {"macros made of themselves",
        "[A]\n#MACRO L a$(L)\n#MACRO M #(N)\n#MACRO N #M x\n#MACRO O #(?O X)\n#MACRO P \\$(P)\n",
        "2:11 runaway-reference|4:10 runaway-reference|"},
+      {"variables made of themselves",
+       "[A]\n#DEFINE A '\\$(A)y'\n#DEFINE B '\\$(C)'\n#DEFINE C '\\$(B)'\n#DEFINE V '\\#(M x)'\n#MACRO M $(V)\n",
+       "2:13 runaway-reference|4:13 runaway-reference|6:10 runaway-reference|"},
+      {"what settles all the same",
+       "[A]\n#DEFINE A '\\$(A)'\n#MACRO E $(\\E)\n#MACRO R $(\\R,$,x)\n#DEFINE N '#(%LENGTH \\$(N))'\n", ""},
       {"a value that grows", "[A]\n#DEFINE L x\n#DEFINE L $(L)y\n", ""},
       {"references that cannot be read",
        "[A]\n$(\\A,b) $(\\A,b,) $([) #(%INC x) #(%INC $(x)) #(%DEC 2147483648)\n a $(B c\n",
        "2:1 bad-reference|2:18 bad-reference|2:23 bad-reference|2:46 bad-reference|3:4 unclosed-reference|"},
-      {"text that authors type",
+      {"text that authors type, whatever the form takes",
        "[PROPERTY]\n#DEFINE T x\n#DEFINE U x\n#DEFINE N 1\n[ADVANCED_SPEC]\n#DEFINE N_SPEC 'N:|integer|1..9'\n"
        "[TEMPLATE]\n#MACRO B <b>$(_VALUE)</b>\n#DEFINE C $(T)\n#DEFINE T2 '#(%LENGTH $(T))'\n#DEFINE U '$(\\U)'\n"
        "<p $(?WIDTH)>$(T)$(\\T,a,b)$(\\T)$(XmlStyle)$(Contents)$(N)\n<p>$(C)$(T2)$(U)#(B T)#(B XmlStyle)\n"
        "#IFINSIDE T (a,b)\n$(T)\n#ELSE\n$(T)\n#ENDIF\n",
-       "12:4 unescaped-text|12:14 unescaped-text|12:18 unescaped-text|13:4 unescaped-text|13:17 unescaped-text|"
-       "17:1 unescaped-text|"},
+       "12:4 unescaped-text|12:14 unescaped-text|12:18 unescaped-text|12:54 unescaped-text|13:4 unescaped-text|"
+       "13:17 unescaped-text|17:1 unescaped-text|"},
+      {"text that authors type, in some branch",
+       "[PROPERTY]\n#DEFINE K x\n#DEFINE T x\n#DEFINE U x\n[TEMPLATE]\n"
+       "#IFEQUAL K a\n#DEFINE T fixed\n#DEFINE U fixed\n#DEFINE C $(U)\n$(T)\n#ELSE\n#DEFINE U '$(\\U)'\n"
+       "#DEFINE C $(T)\n#ENDIF\n$(T)\n$(U)\n$(C)\n#DEFINE T fixed\n$(T)\n"
+       "#IFEQUAL K a\n#DEFINE T $(K)\n#ENDIF\n$(T)\n#UNDEF C\n$(C)\n",
+       "15:1 unescaped-text|17:1 unescaped-text|"},
       {"definitions that store nothing",
        "[PROPERTY]\n#DEFINE A ''\n#DEFINE B x\n#DEFINE B ''\n[TEMPLATE]\n#DEFINE _C ''\n"
        "$(_C)\n",
@@ -122,6 +134,26 @@ TEST(Check, FindsFaultsInTemplates) {
        "[CONSTANT]\n#DEFINE T_Heat table 11\n#DEFINE T_Bar 2\n#DEFINE NOTE 'since 11'\n#DEFINE \"a b\" 1\n[MENUITEMS]\n"
        "#DEFINE Copy data java:copy\n#DEFINE Run script:go(1, 2)\n",
        "2:1 blank-in-name|5:9 blank-in-name|7:1 blank-in-name|"},
+      {"forms, in all branches",
+       "[PROPERTY]\n#DEFINE A x\n#DEFINE B x\n[ADVANCED_SPEC]\n#IFEQUAL A x\n#DEFINE A_SPEC 'A|txet'\n#ELSE\n"
+       "#DEFINE A_SPEC A|text|DISABELD\n#ENDIF\n#DEFINE B_SPEC ''\n#DEFINE _X_SPEC x\n#DEFINE C_COMMENT x\n"
+       "#DEFINE M_MESSAGESPEC 'm|when D=1'\n#DEFINE N_MSGSPEC m\n  A_SPEC 'A|text'\n#DEFINE L_DIVIDERSPEC\n"
+       "#DEFINE D_COMMENT x\n#DEFINE D_SPEC 'D|text'\n[TEMPLATE]\n<hr>\n",
+       "6:19 unreadable-form|8:23 unreadable-form|10:17 unreadable-form|12:19 unreadable-form|14:19 unreadable-form|"
+       "15:3 unreadable-form|16:1 incomplete-directive|18:1 undeclared-setting|"},
+      {"forms whose values are built from others",
+       "[PROPERTY]\n#DEFINE A x\n[ADVANCED_SPEC]\n#DEFINE _NUMBER 'integr|1..9'\n#DEFINE _RIGHT 'integer|1..9'\n"
+       "#DEFINE A_SPEC 'A|$(_NUMBER)'\n#DEFINE B_SPEC 'A|$(_RIGHT)'\n#DEFINE C_SPEC '$(A)'\n"
+       "#DEFINE D_SPEC '#(%LENGTH $(A))|text'\n",
+       "6:19 unreadable-form|"},
+      {"forms with tables",
+       "[ADVANCED_SPEC]\n#DEFINE A_SPEC 'A|lookup|PIE'\n#DEFINE B_SPEC 'B|lookup|PIES'\n"
+       "[CONSTANT]\n#DEFINE PIE_Flat 0\n",
+       "3:26 unreadable-form|"},
+      {"forms with tables that are built from references",
+       "[ADVANCED_SPEC]\n#DEFINE A_SPEC 'A|lookup|PIE'\n#DEFINE B_SPEC 'B|lookup|CAKE'\n"
+       "[CONSTANT]\n#DEFINE _T CAKE\n#DEFINE $(_T)_Flat 0\n#DEFINE PIE_Flat$(_T) 0\n",
+       ""},
       {"sections and files",
        "[A]\n#INCLUDE B\n  #INCLUDE b\n#INCLUDE X FROM NONE.DAT\n$([NO]) $([NONE.DAT FROM A]) $([B])\n"
        "#IFDEF [NO]\n#ENDIF\n[B]\n",
@@ -157,6 +189,13 @@ TEST(Check, CountsWhatIsSurelyThere) {
   // The properties and what the control sets are there when the text is made.
   EXPECT_EQ(places(files.check_template("[PROPERTY]\n" + defined(126) + "[TEMPLATE]\n#DEFINE X 1\n$(X)\n")),
             "126:1 dictionary-nearly-full|129:1 dictionary-overflow|");
+  EXPECT_EQ(places(files.check_template("[PROPERTY]\n" + defined(127) + "[TEMPLATE]\n<hr>\n")),
+            "126:1 dictionary-nearly-full|130:1 dictionary-overflow|");
+  // A chart's style is there, too.
+  const std::string full = "[PROPERTY]\n" + defined(126) + "[TEMPLATE]\n<hr>\n";
+  EXPECT_EQ(places(files.check_template(full)), "126:1 dictionary-nearly-full|129:1 dictionary-nearly-full|");
+  files.host.files["DIAGRAM.DAT"] = full;
+  EXPECT_EQ(places(files.check({"DIAGRAM.DAT"})), "126:1 dictionary-nearly-full|129:1 dictionary-overflow|");
   const std::string deep = repeated("#IFDEF X\n", 129) + repeated("#ENDIF\n", 129);
   EXPECT_EQ(places(files.check_template("[A]\n" + deep)), "130:1 conditionals-too-deep|");
 }
@@ -339,9 +378,10 @@ TEST(Check, FindsEachBrokenDirectiveOfTheTemplatesThatShip) {
       if (is_condition || is_else) continue;
       ++dropped_definitions;
       missed += dropped.empty() ? 0 : 1;
-      // What is told of a dropped line names what it defined or brought.
+      // What is told of a dropped line names what it defined or brought; of an entry of a form, its key.
       const std::string_view argument = trimmed(std::string_view(all[i]).substr(all[i].find(' ') + 1));
-      const std::string defined(argument.substr(0, argument.find_first_of(" \r\n")));
+      std::string defined(argument.substr(0, argument.find_first_of(" \r\n")));
+      if (defined.ends_with("_SPEC")) defined.resize(defined.size() - 5);
       for (const Finding& finding : dropped) {
         EXPECT_NE((finding.what + finding.source_line).find(defined), std::string::npos) << where << to_text(finding);
       }

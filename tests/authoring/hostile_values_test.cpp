@@ -7,7 +7,9 @@
 #include "applet/style_document.h"
 #include "authoring/publisher.h"
 #include "authoring_fixture.h"
+#include "chart_control/events_page.h"
 #include "contents/contents_document.h"
+#include "host/atomic_file.h"
 #include "host/temporary_directory.h"
 
 namespace plexoras {
@@ -120,6 +122,90 @@ TEST(HostileValues, GoThroughAPageUnharmed) {
 TEST(HostileValues, MayBeLarge) {
   const std::string part = repeated("text ", 200) + "-->\"$(X)\\\n";
   follow(repeated(part, (1u << 20) / part.size()), {"NOTE", "FontName"});
+}
+
+/// An author with the templates that ship.
+struct ShippedAuthor : Author {
+  ShippedAuthor() {
+    for (const std::string file : {"APPLET.DAT", "DIAGRAM.DAT"}) {
+      host.files[file] = read_file(PLEXORAS_SOURCE_DIR "/share/DTC/" + file);
+    }
+  }
+};
+
+// What readers get behind the chart when `scripts` (custom property, script) are stored.
+std::string published_scripts(const std::vector<std::pair<std::string, std::string>>& scripts) {
+  ShippedAuthor author;
+  LiveControl control = author.make("Sa\"les");
+  ControlProperties properties(control);
+  for (const auto& [key, script] : scripts) properties.set(key, script);
+  const TemporaryDirectory folder;
+  const std::string path = folder.write("p.html", page_of(control.record(), "", "\r\n"));
+  Publisher publisher(author.session);
+  EXPECT_EQ(publisher.publish_page(path, path).outcome, PublishedFile::Outcome::Written);
+  const Page page = Page::read(path);
+  const ControlSpan& span = page.controls().at(0).span;
+  const std::string text = page.bytes().substr(span.text_begin, span.text_end - span.text_begin);
+  constexpr std::string_view element_end = "</plexoras-diagram>\r\n";
+  return text.substr(text.find(element_end) + element_end.size());
+}
+
+std::string listener(std::string_view event, std::string_view script) {
+  return "<script "
+         "data-for=\"Sa&quot;les\">document.getElementById(document.currentScript.dataset.for).addEventListener(\"" +
+         std::string(event) + "\", function (event) {\r\n" + std::string(script) + "\r\n}); //--></script>\r\n";
+}
+
+TEST(HostileValues, ScriptsAreWorkingScriptsForReaders) {
+  struct Case {
+    const char* name;
+    std::string_view script;
+    std::string_view published = script;
+  };
+  const Case cases[] = {
+      {"the end of a script", "a = '</script>' + '</Script ' + '</b>'", "a = '<\\/script>' + '<\\/Script ' + '</b>'"},
+      {"one that is parted already", "'<\\/script>'"},
+      {"comments and scripts of a page", "<!--\r\na = '<!-- <script>'; for (i=0; i<scripts.length;) i++\r\n-->"},
+      {"marks of controls", "'<!--dtc X -->' + '<!--/dtc-->'", "'<\\!--dtc X -->' + '<\\!--/dtc-->'"},
+      {"references", "$(ONSELECT); $([TEMPLATE]); $(\\ALT,a,b); #(HTML ALT) #(LOOP) $(?ALT) $$((#(("},
+      {"escaped references", "/\\$(x)/; '\\\\$(y) \\\\\\#(z)'"},
+      {"what stands for a parenthesis", "~( $~(a) #~(b) ~~( $~~( &#0040; ~"},
+      {"directives", "#HALT\r\n#DEFINE ALT x\r\n  #IFDEF ALT\r\n;\r\n[TEMPLATE]\r\n#%TODAY"},
+      {"quotes at the ends", "\"x' + `\t`'"},
+      {"blanks at the ends", "  x\t "},
+      {"a comment and a backslash at the end", "x // y\\"},
+      {"line ends alone", "\r\n\n"},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(published_scripts({{"ONSELECT", std::string(c.script)}}), listener("plexoras-select", c.published))
+        << c.name;
+  }
+  EXPECT_EQ(published_scripts({{"ALT", "no script"}, {"EVENTS", "plexoras-select"}}), "");
+  EXPECT_EQ(published_scripts({{"ONERROR", "4"}, {"ONCOMMAND", "}"}, {"ONSELECT", "2"}, {"ONREADY", "1"}}),
+            listener("plexoras-ready", "1") + listener("plexoras-select", "2") + listener("plexoras-command", "}") +
+                listener("plexoras-error", "4"))
+      << "an element each, whatever is wrong with one of them";
+}
+
+// What the page stores is what the template that ships publishes: the two agree on every event.
+TEST(HostileValues, ScriptsOfTheEventsPageReachReaders) {
+  ShippedAuthor author;
+  LiveControl control = author.make("Sales");
+  Events page(author.session);
+  page.select({ObjectRef(ObjectRef(), &control.control())});
+  const StringList events = page.lstEvents.entries();
+  EXPECT_EQ(events, (StringList{"plexoras-ready", "plexoras-select", "plexoras-command", "plexoras-error"}));
+  for (const std::string& event : events) {
+    page.lstEvents.user_select(static_cast<int>(&event - events.data()));
+    EXPECT_TRUE(page.lblDetail.caption.starts_with("event.detail: ")) << event;
+    page.txtScript.user_type("of(" + event + ")");
+  }
+  page.apply();
+  EXPECT_EQ(control.control().GetProperty("EVENTS"), "plexoras-ready plexoras-select plexoras-command plexoras-error");
+  const std::string text = control.control().GetRuntimeTextOnErrorReport();
+  for (const std::string& event : events) {
+    EXPECT_NE(text.find("(\"" + event + "\", function (event) {\r\nof(" + event + ")\r\n"), std::string::npos) << event;
+  }
 }
 
 }  // namespace

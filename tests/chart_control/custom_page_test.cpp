@@ -14,7 +14,8 @@ namespace {
 constexpr std::string_view template_text =
     "[PROPERTY]\n#DEFINE TITLE old\n#DEFINE LIMIT 5\n"
     "[ADVANCED_SPEC]\n#DEFINE TITLE_SPEC 'Title:|text'\n#DEFINE LIMIT_SPEC 'Limit:|integer|1..9'\n"
-    "[.COMPANY]\n#DEFINE .COMPANY Plexoras\n#DEFINE .ADDRESS Quay 1\n[.VERSION]\n#DEFINE .VERSION 1.2\n";
+    "[.VERSION]\n#DEFINE .VERSION 1.2\n"
+    "[.LICENCE]\n#DEFINE _YEAR 2026\n#DEFINE .LICENCE Free since $(_YEAR)\n#DEFINE .ADDRESS Quay 1\n";
 
 /// The page in an authoring environment, with a control of either kind to select.
 struct CustomFixture : ChartFixture {
@@ -64,6 +65,22 @@ TEST(CustomPage, AppliesNothingThatASettingDoesNotTake) {
   EXPECT_EQ(f.announced(), "") << "nothing has changed";
 }
 
+TEST(CustomPage, AnnouncesWhatWasStoredBeforeARefusal) {
+  CustomFixture f;
+  Custom page(f.host.components);
+  page.select({f.selected(false)});
+  f.box(page, "TITLE").user_type("new");
+  f.box(page, "LIMIT").user_type("9");
+  // LIMIT is a new key by now, and there is no room for it.
+  Dictionary& properties = *f.notice->CustomProperties();
+  properties.removeKey("LIMIT");
+  for (int i = 1; i < Dictionary::capacity; ++i) properties.atPut("K" + std::to_string(i), "v");
+  EXPECT_EQ(brief_outcome([&] { return page.apply(), ""; }), "error 9");
+  EXPECT_EQ(properties.atGet("TITLE"), "new");
+  EXPECT_EQ(f.announced(), "CustomProperties ");
+  EXPECT_TRUE(page.Changed);
+}
+
 TEST(CustomPage, WritesToTheDictionaryThatTheControlHasByThen) {
   CustomFixture f;
   Custom page(f.host.components);
@@ -91,12 +108,20 @@ TEST(CustomPage, AnEmptySpecIsAnEmptyForm) {
 
 TEST(AboutBox, ShowsTheProductsConstants) {
   CustomFixture f;
-  AboutBox box(f.session, "DIAGRAM.DAT");
-  std::string text;
-  for (const auto& control : box.controls()) text += control->name() + " " + control->caption + "\n";
-  EXPECT_EQ(text,
-            "lblKey0 COMPANY\nlblValue0 Plexoras\nlblKey1 ADDRESS\nlblValue1 Quay 1\n"
-            "lblKey2 VERSION\nlblValue2 1.2\ncmdOK OK\n");
+  f.host.files["PLAIN.DAT"] = "[TEMPLATE]\nx\n";
+  f.host.files["APPLET.DAT"] = "[.COMPANY]\n#DEFINE .COMPANY Plexoras\n";
+  const auto shown = [&](std::string_view template_file) {
+    const AboutBox box(f.session, template_file);
+    std::string text;
+    for (const auto& control : box.controls()) text += control->name() + " " + control->caption + "\n";
+    return text;
+  };
+  EXPECT_EQ(shown("DIAGRAM.DAT"),
+            "lblKey0 VERSION\nlblValue0 1.2\nlblKey1 LICENCE\nlblValue1 Free since 2026\n"
+            "lblKey2 ADDRESS\nlblValue2 Quay 1\ncmdOK OK\n");
+  for (const std::string_view file : {"PLAIN.DAT", "MISSING.DAT"}) {
+    EXPECT_EQ(shown(file), "lblKey0 COMPANY\nlblValue0 Plexoras\ncmdOK OK\n") << file;
+  }
 
   struct Author final : ModalPresenter {
     void run(Form& form) override {
@@ -108,6 +133,7 @@ TEST(AboutBox, ShowsTheProductsConstants) {
     int opened = 0;
   } author;
   f.host.platform.presenter = &author;
+  AboutBox box(f.session, "DIAGRAM.DAT");
   box.ShowModal(f.host.platform);
   EXPECT_EQ(author.opened, 1);
 }

@@ -272,6 +272,35 @@ TEST(DiagramDTC, HasItsComponentForAWhile) {
   EXPECT_EQ(f.chart.diagram(), nullptr);
 }
 
+TEST(DiagramDTC, RelaysTheEventsOfItsDesignView) {
+  enum class End { Destroyed, Deleted };
+  for (const End end : {End::Destroyed, End::Deleted}) {
+    ChartFixture f;
+    std::string log;
+    f.site.on_component_event = [&](std::string_view name, Arguments arguments) {
+      log += std::string(name) + " " + std::to_string(arguments.size()) + "; ";
+      if (name == "Bad") throw AutomationError(RunTimeError::InvalidCall, "the host fails");
+    };
+    auto chart = std::make_unique<DiagramDTC>(f.session, f.site);
+    chart->InitProperties();
+    const ObjectRef sink = f.log.event_sink;
+    sink->call("SelectionChange");
+    sink->call_with("Moved", {1, "2"});
+    EXPECT_EQ(outcome([&] { return sink->call("Bad").to_text(); }), "error 5: the host fails");
+    EXPECT_EQ(log, "SelectionChange 0; Moved 2; Bad 0; ");
+
+    // The component may live on, and so may what it was given.
+    if (end == End::Destroyed) chart->DestroyObject();
+    if (end == End::Deleted) chart.reset();
+    EXPECT_EQ(f.log.event_sink, nullptr);
+    sink->call("Late");
+    EXPECT_EQ(log, "SelectionChange 0; Moved 2; Bad 0; ");
+  }
+  ChartFixture unseen(View::None);
+  unseen.initialised();
+  EXPECT_EQ(unseen.log.event_sink, nullptr);
+}
+
 TEST(DiagramDTC, IsReachedByMemberName) {
   ChartFixture f;
   f.initialised();

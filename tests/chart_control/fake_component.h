@@ -26,6 +26,7 @@ struct ComponentLog {
 
   std::string lines;
   std::set<std::string, std::less<>> failing;  ///< members that raise error 5
+  ObjectRef event_sink;                        ///< the one that a component was given last
 };
 
 /// A chart component that keeps what it is given and tells of every use: "put FontSize Integer 12", "get FontName",
@@ -53,6 +54,10 @@ public:
   }
 
   Variant call(std::string_view member, Arguments arguments) override {
+    if (member == "setEventSink") {
+      log_.event_sink = arguments[0].is_nothing() ? nullptr : arguments[0].to_object();
+      return {};
+    }
     std::string line = "call " + std::string(member);
     for (const Variant& argument : arguments) line += " " + argument.to_text();
     log_.add(line, member);

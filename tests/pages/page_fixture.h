@@ -30,8 +30,10 @@ public:
   explicit LoggedObject(PageLog& log) : log_(log) {}
 
   std::map<std::string, Variant, std::less<>> values;
+  Variant otherwise;  ///< what members without a value read as; Nothing: they raise error 438
 
   Variant get(std::string_view member) override {
+    if (!otherwise.is_nothing()) values.try_emplace(std::string(member), otherwise);
     const auto value = values.find(member);
     if (value != values.end() && value->second.type() == ValueType::Object) {
       log_.lines += std::string(member) + ".";
@@ -60,7 +62,7 @@ public:
   }
 
 protected:
-  virtual Variant answer(std::string_view member, Arguments) { return member == "getFontList" ? fonts : Variant(); }
+  virtual Variant answer(std::string_view member, Arguments) { return member.starts_with("get") ? fonts : Variant(); }
 
 private:
   PageLog& log_;

@@ -194,6 +194,12 @@ TEST_F(StylesTest, MenusAreThereUnlessTheTemplateSaysOtherwise) {
   EXPECT_FALSE(page.cmdMenuBuilder.enabled) << "the chart is to have no menu";
   page.chkHasPopupMenu.user_click();
   EXPECT_TRUE(page.cmdMenuBuilder.enabled);
+
+  for (const bool has_popup : {false, false, true, false}) {
+    control->values["HasPopupMenu"] = has_popup;
+    load();
+    EXPECT_TRUE(page.cmdMenuBuilder.enabled) << "whatever chart was loaded before";
+  }
 }
 
 TEST_F(StylesTest, BuildsAMenuAndStoresItWhenApplied) {
@@ -240,6 +246,15 @@ TEST_F(StylesTest, BuildsAMenuAndStoresItWhenApplied) {
   second.select({other});
   second.apply();
   EXPECT_EQ(other->custom->entries.atGet("MENU"), custom("MENU"));
+}
+
+TEST_F(StylesTest, LooksForTheCommandsUntilThereIsATemplate) {
+  for (const auto& [file, commands] : {std::pair{"NONE.DAT", StringList{}}, {"T.DAT", StringList{"Print"}}}) {
+    control->values["templateFile"] = file;
+    load();
+    build_menu([](MenuBuilder& builder) { builder.cmdCancel.user_click(); });
+    EXPECT_EQ(session.contents.menu_builder.cmbProperty.entries(), commands) << file;
+  }
 }
 
 TEST_F(StylesTest, CancelledMenusAndAboutBoxes) {

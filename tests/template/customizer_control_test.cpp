@@ -223,6 +223,24 @@ TEST(CustomizerControl, ShowsWhatThePresentValuesCallFor) {
   EXPECT_FALSE(author.box("IMAGE").visible);
 }
 
+TEST(CustomizerControl, WhatDoesNotShowIsNotInTheWay) {
+  Author author(
+      "#DEFINE KIND_SPEC 'Kind:|choice|n=Note;f=Figure'\n#DEFINE F_DIVIDERSPEC 'Figure|when KIND=f'\n"
+      "#DEFINE SIZE_SPEC 'Size:|integer'\n#DEFINE IMAGE_SPEC 'Image:|text'\n#DEFINE E_DIVIDERSPEC '-'\n"
+      "#DEFINE RATIO_SPEC 'Ratio:|number|when KIND=f'\n",
+      {{"KIND", "f"}, {"SIZE", "1"}, {"IMAGE", ""}, {"RATIO", "1"}});
+  author.box("SIZE").user_type("large");
+  author.box("RATIO").user_type("wide");
+  author.box("IMAGE").user_type("a.png");
+  EXPECT_EQ(author.accept(), "error 5: Size takes a whole number, not \"large\"");
+  author.list("KIND").user_select(0);
+  EXPECT_EQ(author.accept(), "");
+  EXPECT_EQ(listing(*author.values), "KIND=n;SIZE=1;IMAGE=a.png;RATIO=1;");
+  author.list("KIND").user_select(1);
+  EXPECT_EQ(author.box("SIZE").text(), "large");
+  EXPECT_EQ(author.accept(), "error 5: Size takes a whole number, not \"large\"");
+}
+
 TEST(CustomizerControl, ABrokenLoadLeavesAnEmptyForm) {
   Author author("#DEFINE A_SPEC 'A|text'\n", {{"A", "1"}});
   const auto loading = [&](const Variant& values) {

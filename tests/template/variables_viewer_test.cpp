@@ -76,6 +76,7 @@ TEST(VariablesViewer, TriesTextOnACopyOfTheVariables) {
   const Case cases[] = {
       {"a reference", "$(X)", "1\n"},
       {"directives on several lines, whatever ends them", "#DEFINE X 5\r\n#IFEQUAL X 5\n$(X)\n#ENDIF", "5\n"},
+      {"a section of the template's own file", "#INCLUDE OWN", "own 1\n"},
       {"a section of another file", "#INCLUDE PART FROM P.DAT", "part 1\n"},
       {"the halting line itself", "#HALT", ""},
       {"a break into the debugger", "#HALT VB\nx", "x\n"},
@@ -92,7 +93,9 @@ TEST(VariablesViewer, TriesTextOnACopyOfTheVariables) {
       EXPECT_EQ(viewer.GetVariables()->atGet("X"), "1") << c.name;
       viewer.cmdClose.user_click();
     };
-    EXPECT_EQ(author.expansion("#DEFINE X 1\n#HALT\nafter $(X)\n"), "after 1\n") << c.name;
+    author.expansion.host.files["T.DAT"] = "[A]\n#DEFINE X 1\n#HALT\nafter $(X)\n[OWN]\nown $(X)\n";
+    author.expansion.section.Read("T.DAT", "A");
+    EXPECT_EQ(readable(author.expansion.section.GetContents()), "after 1\n") << c.name;
     EXPECT_EQ(author.stops, "#HALT|") << c.name;
     EXPECT_EQ(author.expansion.host.messages.size(), c.messages) << c.name;
     EXPECT_TRUE(author.expansion.session.diagnostics.empty()) << c.name;

@@ -86,8 +86,11 @@ TEST(WindowSpec, ReadsEachKindOfEntry) {
       {"the values are variables",
        "#IFEQUAL KIND tip\n#DEFINE A_SPEC 'A $(KIND)|text'\n#ELSE\n#DEFINE B_SPEC 'B|text'\n#ENDIF\n",
        "text A [A tip]\n"},
-      {"other definitions are the author's own", "#DEFINE _HINT x\n#DEFINE OTHER x\n#DEFINE A_SPEC '$(OTHER)|text'\n",
-       "text A [x]\n"},
+      {"other definitions are the author's own",
+       "#DEFINE _BASE_SPEC x\n#DEFINE OTHER x\n#DEFINE A_SPEC '$(OTHER)|text'\n", "text A [x]\n"},
+      {"an entry that is taken away", "#DEFINE A_SPEC 'A|text'\n#DEFINE B_SPEC ''\n#UNDEF A_SPEC\n#UNDEF B_SPEC\n", ""},
+      {"a divider and a message may be without words", "#DEFINE A_DIVIDERSPEC ''\n#DEFINE B_MESSAGESPEC ''\n",
+       "Divider A []\nMessage B []\n"},
   };
   for (const Case& c : cases) {
     Reading reading;
@@ -111,6 +114,7 @@ TEST(WindowSpec, TellsWhereItCannotRead) {
       {"#DEFINE B_MESSAGESPEC 'a|b'", 26,
        "there is no option \"b\"; known: DISABLED, at, size, when, unless (a \"|\" in a text is written \\|)"},
       {"#DEFINE B_SPEC 'B|number|5'", 26, "\"5\" is no range; write 0..100, 0.. or ..100"},
+      {"#DEFINE B_SPEC 'B|number|0...5'", 26, "\"0...5\" is no range; write 0..100, 0.. or ..100"},
       {"#DEFINE B_SPEC 'B|number|0..x'", 29, "\"x\" is no number; write 0..100, 0.. or ..100"},
       {"#DEFINE B_SPEC 'B|number|2..1'", 26, "\"2..1\" holds no number; write the lower bound first"},
       {"#DEFINE B_SPEC 'B|check|a;b;c'", 29,
@@ -118,13 +122,16 @@ TEST(WindowSpec, TellsWhereItCannotRead) {
       {"#DEFINE B_SPEC 'B|check|a;a'", 27, "on and off have the same value; write ON;OFF"},
       {"#DEFINE B_SPEC 'B|choice'", 19, "the type needs more; write choice|value=Text;value=Text"},
       {"#DEFINE B_SPEC 'B|choice|a;;b'", 28, "a choice has no text; write value=Text;value=Text"},
-      {"#DEFINE B_SPEC 'B|lookup|PIES'", 26, "section CONSTANT has no table \"PIES\""},
+      {"#DEFINE B_SPEC 'B|lookup|PIES'", 26,
+       "section CONSTANT has no table \"PIES\"; define PIES_Text with its value there"},
       {"#DEFINE B_SPEC 'B|text|at 5'", 27, "\"5\" is not of the form at LEFT,TOP, in pixels"},
       {"#DEFINE B_SPEC 'B|text|size 5x-1'", 29, "\"5x-1\" is not of the form size WIDTHxHEIGHT, in pixels"},
       {"#DEFINE B_SPEC 'B|text|when KIND'", 29,
        "the condition needs a setting and its values; write when KEY=value;value"},
-      {"#DEFINE _SPEC 'B|text'", 16,
-       "\"_SPEC\" names no entry; write KEY_SPEC, KEY_COMMENT, NAME_MESSAGESPEC or NAME_DIVIDERSPEC"},
+      {"#DEFINE B_SPEC ''", 17, "a setting needs a type; write 'Caption:|text'"},
+      {"#DEFINE B_SPEC", 1, "the directive needs more: write #DEFINE NAME value (error 5)"},
+      {"#DEFINE B_SPEC '$(\\KIND,x)|text'", 17,
+       "a replacement needs three parts, $(\\NAME,from,to); \"\\KIND,x\" has 2 (error 9)"},
       {"#DEFINE B_MSGSPEC x", 19,
        "\"B_MSGSPEC\" names no entry; write KEY_SPEC, KEY_COMMENT, NAME_MESSAGESPEC or NAME_DIVIDERSPEC"},
       {"#DEFINE B_SPEC '$(KIND)|txet'", 17,
@@ -158,8 +165,13 @@ TEST(WindowSpec, GoesOnWithWhatItCanRead) {
        "text A [C]\ntext B [B]\n", ""},
       {"an inclusion", "#INCLUDE M\n[M]\n#DEFINE A_SPEC 'A|x'\n",
        "Unreadable A [T.DAT:4:19: ", "T.DAT:4:19: error: there is no type \"x\""},
-      {"a failure of the section", "#DEFINE A_SPEC 'A|text'\n#DEFINE B_SPEC\n#DEFINE C_SPEC 'C|text'\n", "text A [A]\n",
-       "T.DAT:3:1: error: the directive needs more: write #DEFINE NAME value (error 5)\n"},
+      {"a condition that cannot be read does not hold",
+       "#IFINSIDE KIND\n#DEFINE A_SPEC 'A|text'\n#ELSE\n#DEFINE B_SPEC 'B|text'\n#ENDIF\n#DEFINE C_SPEC 'C|text'\n",
+       "Unreadable  [T.DAT:2:1: the directive needs more: write #IFINSIDE NAME (one,two) (error 5)]\n"
+       "text B [B]\ntext C [C]\n",
+       "T.DAT:2:1: error: the directive needs more"},
+      {"a section that runs away", "#DEFINE A_SPEC 'A|text'\n#MACRO M x$(M)\n#M\n#DEFINE B_SPEC 'B|text'\n",
+       "text A [A]\n", "T.DAT:4:1: error: Out of stack space: "},
   };
   for (const Case& c : cases) {
     Reading reading;
@@ -167,6 +179,16 @@ TEST(WindowSpec, GoesOnWithWhatItCanRead) {
     EXPECT_TRUE(reading.diagnostics().starts_with(c.told)) << c.name << "\n" << reading.diagnostics();
     EXPECT_EQ(reading.session.diagnostics.size(), c.told.empty() ? 0u : 1u) << c.name;
   }
+}
+
+TEST(WindowSpec, RunsTheSectionOnceAndShowsNoMessages) {
+  Reading reading;
+  int days = 0;
+  reading.host.platform.short_date = [&days] { return std::to_string(++days); };
+  EXPECT_EQ(reading("#DEFINE _DAY '#(%TODAY)'\n#DEFINE A_SPEC '$(_DAY)|text'\n#UNDEF $([)\n"),
+            "text A [1]\nUnreadable  [T.DAT:4:8: \"[\" alone names no section; write [NAME] (error 5)]\n");
+  EXPECT_EQ(days, 1);
+  EXPECT_TRUE(reading.host.messages.empty());
 }
 
 TEST(WindowSpec, WhatTheControlBringsIsNoEntry) {

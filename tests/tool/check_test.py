@@ -139,9 +139,16 @@ c
   #%INC z
   ^
 (step) v
-  X = 2
+* X = 2
 (step) 
 """)
+
+    def test_tries_out_with_the_file_of_the_halted_section(self):
+        self.write("S.DAT", "[A]\n#DEFINE X 1\n#INCLUDE P FROM P.DAT\n[OWN]\nown $(X)\n")
+        self.write("P.DAT", "[P]\n#UNDEF X\n#HALT\n#DEFINE Y 1\ntext\n")
+        _, _, talk = self.step("#INCLUDE OWN\n\nv\n", "--step")
+        self.assertIn("(step) #INCLUDE OWN\nown \n", talk)
+        self.assertTrue(talk.endswith("P.DAT:5: text\n(step) v\n* Y = 1\n(step) \n"), talk)
 
     def test_shortens_what_is_long(self):
         self.write("S.DAT", "[A]\n" + "".join("line %d\n" % i for i in range(9)) + "#HALT\n")

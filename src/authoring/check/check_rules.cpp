@@ -60,8 +60,10 @@ constexpr CheckRule rules[] = {
      "PROPERTY, "
      "CONSTANT and the like is for others to use. A variable that is only defined anew, or taken away with #UNDEF, is "
      "not used."},
-    {"runaway-reference", Error, Template, "A macro that is made of itself",
-     "Its expansion has no end: the section stops at the first call and gives nothing.",
+    {"runaway-reference", Error, Template, "A macro or variable that is made of itself",
+     "Its expansion has no end: the section stops at the first use and gives nothing. A variable holds references "
+     "where "
+     "its definition escapes them.",
      "#MACRO ITEM <li>$(ITEM)</li>\n", "#MACRO ITEM <li>$(_VALUE)</li>\n"},
     {"bad-reference", Error, Template, "A reference that cannot be read",
      "A replacement of fewer than three parts, \"[\" alone, or %INC and %DEC of what is no whole number stop the "
@@ -73,9 +75,11 @@ constexpr CheckRule rules[] = {
      "<p>$(TITLE</p>\n", "<p>$(TITLE)</p>\n"},
     {"unescaped-text", Warning, Template, "Text that an author types, put into the page as it is",
      "Quotation marks, tags and references in it would change the page. The custom properties, WIDTH, HEIGHT and "
-     "APPLETID are such text, and so is what is made of them, unless it goes through the macro HTML of APPLET.DAT or "
-     "$(\\NAME). Where a comparison has settled the value, or the form takes numbers or a check box alone for it, "
-     "nothing is told.",
+     "APPLETID are such text, and so is what may be made of them, unless it goes through the macro HTML of APPLET.DAT "
+     "or "
+     "$(\\NAME). A form that takes numbers alone is no guard, for \"plexoras set\" takes any text. Where a comparison "
+     "has "
+     "settled the value nothing is told.",
      "<p title=\"$(CAPTION)\">\n", "<p title=\"#(HTML CAPTION)\">\n"},
     {"empty-definition", Warning, Template, "A definition that stores nothing",
      "A definition without a value stores nothing where the variable is new, so the custom property or table entry is "
@@ -84,6 +88,17 @@ constexpr CheckRule rules[] = {
     {"blank-in-name", Warning, Template, "A name that seems to hold blanks",
      "A name ends at the first blank, and the rest of it becomes part of the value. Use no-break blanks.",
      "[CONSTANT]\n#DEFINE DIAGRAMTYPE_Heat table 11\n", "[CONSTANT]\n#DEFINE DIAGRAMTYPE_Heat\u00a0table 11\n"},
+    {"unreadable-form", Error, Template, "A line of a form that cannot be read",
+     "The form shows an error in its place, and everything else. Told of section ADVANCED_SPEC, in all branches of its "
+     "conditions; a value that is built from what an author has set is left alone.",
+     "[ADVANCED_SPEC]\n#DEFINE SIZE_SPEC 'Size:|integr|1..9'\n",
+     "[ADVANCED_SPEC]\n#DEFINE SIZE_SPEC 'Size:|integer|1..9'\n"},
+    {"undeclared-setting", Warning, Template, "A setting of a form that is not declared",
+     "It has no default, and \"plexoras get\", \"set\" and \"describe\" do not know it until an author has set it in "
+     "the form. "
+     "Other hosts may lose what is set there, for a control asks them for what section PROPERTY declares.",
+     "[PROPERTY]\n[ADVANCED_SPEC]\n#DEFINE SIZE_SPEC 'Size:|integer|1..9'\n[TEMPLATE]\n<hr>\n",
+     "[PROPERTY]\n#DEFINE SIZE 5\n[ADVANCED_SPEC]\n#DEFINE SIZE_SPEC 'Size:|integer|1..9'\n[TEMPLATE]\n<hr>\n"},
     {"dictionary-overflow", Error, Template, "More than 129 variables",
      "A section has room for 129 variables, the custom properties and what the control sets included. One more stops "
      "it, "
@@ -121,6 +136,11 @@ constexpr CheckRule rules[] = {
      "The chart is loaded without its data. The place inside the document is part of the message."},
     {"refused-menu", Error, Page, "A menu document that the menu builder refuses",
      "An entry may be one level deeper than the one before it, and a menu has 256 entries at most."},
+    {"chart-in-paragraph", Warning, Page, "A chart in a paragraph",
+     "A chart is a block: it is published with its data as a table, and a table ends the paragraph that it stands in, "
+     "and the chart's element with it. So the table stays in sight behind the chart. It is told of the <p> that is open "
+     "where the chart stands, whether its end tag is written or not.",
+     "<p>\n<!--dtc PlexorasDTC.DiagramDTC name=\"Sales\"\n", "<div>\n<!--dtc PlexorasDTC.DiagramDTC name=\"Sales\"\n"},
 };
 
 constexpr bool names_are_unique() {

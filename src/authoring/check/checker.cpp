@@ -101,11 +101,15 @@ std::vector<Finding> Checker::check() {
       check_file(path);
     } catch (const AutomationError& error) {
       const char* const rule = has_template_name(path) ? "missing-file" : "unreadable-page";
-      findings_.add({.rule = find_check_rule(rule), .path = path, .what = error.description()});
+      findings_.add({.rule = find_check_rule(rule),
+                     .path = path,
+                     .what = error.description(),
+                     .mend = "mend the name, or see that the file can be read"});
     }
   }
   std::vector<Finding> findings = findings_.take();
-  const std::set<std::string> named(files_.begin(), files_.end());
+  std::set<std::string> named;
+  for (const std::string& path : files_) named.insert(platform_.files.shown(path));
   std::erase_if(findings, [&](const Finding& finding) {
     const bool is_elsewhere = !named.contains(finding.path);
     return (is_elsewhere && finding.rule->severity == CheckRule::Severity::Warning) || is_silenced(finding);
@@ -127,7 +131,7 @@ void Checker::check_file(const std::string& path) {
   std::string bytes = platform_.files.read(path);
   if (has_template_name(path) || has_section(bytes)) {
     const std::string file = path.substr(path.find_last_of("/\\") + 1);
-    check_template(folder_of(path).model, file, path, bytes, findings_);
+    check_template(folder_of(path).model, file, platform_.files.shown(path), bytes, findings_);
     return;
   }
   std::vector<Finding> found = check_page(session_, path, std::move(bytes));

@@ -17,7 +17,10 @@ public:
   PageCheck(TemplateSession& session, const Page& page) : session_(session), page_(page) {}
 
   std::vector<Finding> check() {
-    for (const Page::Control& control : page_.controls()) check_control(control);
+    for (const Page::Control& control : page_.controls()) {
+      check_control(control);
+      check_place(control);
+    }
     // Places are told fastest in their order.
     std::stable_sort(found_.begin(), found_.end(), [](const Found& a, const Found& b) { return a.offset < b.offset; });
     PlaceFinder places(page_.bytes());
@@ -48,8 +51,15 @@ private:
     try {
       LiveControl(session_, control.record);
     } catch (const AutomationError& error) {
-      add(control, {}, "unloadable-control", error.description(), {});
+      add(control, {}, "unloadable-control", error.description(),
+          "mend the value in its state, or remove it, so that the control has its default");
     }
+  }
+
+  void check_place(const Page::Control& control) {
+    if (!control.span.in_paragraph || control.record.identifier != DiagramDTC::identifier) return;
+    add(control, {}, "chart-in-paragraph", "it stands in a paragraph, which the table of its data ends",
+        "make the <p> around it a <div> or a <figure>, or close it before the chart");
   }
 
   // The documents in the state of a chart.

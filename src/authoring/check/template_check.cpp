@@ -1,10 +1,13 @@
 #include "authoring/check/template_check.h"
 
 #include <algorithm>
-#include <memory>
+#include <optional>
 #include <set>
 
+#include "authoring/check/endless_check.h"
+#include "authoring/check/form_check.h"
 #include "authoring/check/template_names.h"
+#include "chart_control/diagram_dtc.h"
 #include "host/text_lines.h"
 
 namespace plexoras {
@@ -27,20 +30,28 @@ struct ControlSection {
   Purpose purpose;
 };
 constexpr ControlSection control_sections[] = {
-    {property_section, Purpose::Variables}, {form_section, Purpose::Variables}, {list_section, Purpose::Variables},
-    {menu_section, Purpose::Variables},     {page_section, Purpose::Text},      {"DSPROGID", Purpose::Variables},
-    {".COMPANY", Purpose::Variables},       {".PRODUCT", Purpose::Variables},   {".VERSION", Purpose::Variables},
+    {property_section, Purpose::Variables}, {form_section, Purpose::Form},    {list_section, Purpose::Variables},
+    {menu_section, Purpose::Variables},     {page_section, Purpose::Text},    {"DSPROGID", Purpose::Variables},
+    {".COMPANY", Purpose::Variables},       {".PRODUCT", Purpose::Variables}, {".VERSION", Purpose::Variables},
 };
 
-// What controls set in section TEMPLATE, beside the custom properties.
+// What controls, and those who publish a page, set in section TEMPLATE, beside the custom properties.
 struct BoundVariable {
   std::string_view name;
   bool is_author_text = false;  // an author can type it
-  bool is_always_there = false;
+  enum class There { Perhaps, InCharts, Always } there = There::Perhaps;
 };
-constexpr BoundVariable bound_variables[] = {{"WIDTH", true, true}, {"HEIGHT", true, true}, {"APPLETID", true, true},
-                                             {"Visible"},           {"XmlStyle"},           {"Contents"},
-                                             {"COLSELECTION"},      {"ROWSELECTION"},       {"CUSTOMDAT"}};
+constexpr BoundVariable bound_variables[] = {{"WIDTH", true, BoundVariable::There::Always},
+                                             {"HEIGHT", true, BoundVariable::There::Always},
+                                             {"APPLETID", true, BoundVariable::There::Always},
+                                             {"Visible"},
+                                             {"XmlStyle", false, BoundVariable::There::InCharts},
+                                             {"Contents"},
+                                             {"COLSELECTION"},
+                                             {"ROWSELECTION"},
+                                             {"CUSTOMDAT"},
+                                             {"DATATABLE"},
+                                             {"DIAGRAMSCRIPT"}};
 
 const ControlSection* find_control_section(std::string_view name) {
   const auto* const found = std::find_if(std::begin(control_sections), std::end(control_sections),
@@ -53,15 +64,16 @@ public:
   TemplateCheck(TemplateModel& model, std::string_view file, Findings& findings)
       : model_(model), file_(file), findings_(findings) {
     const std::vector<std::string>& names = model.section_names(file);
-    is_closed_ = std::find(names.begin(), names.end(), page_section) != names.end();
     context_.file = file_;
-    context_.is_closed = is_closed_;
+    context_.is_closed = std::find(names.begin(), names.end(), page_section) != names.end();
+    form_context_.knows_properties = context_.is_closed;
   }
 
   void check() {
     for (const ControlSection& section : control_sections) {
       if (model_.find(file_, section.name) != nullptr) check_control_section(section);
     }
+    if (form_) check_form(*form_, form_context_, findings_);
     context_.is_closed = false;
     context_.is_page_text = false;
     check_other_sections();
@@ -74,44 +86,38 @@ private:
     if (is_page_text) {
       for (const BoundVariable& variable : bound_variables) {
         context_.known.emplace(variable.name);
-        if (variable.is_author_text) context_.author_text.emplace(variable.name);
-        if (variable.is_always_there) given.emplace(variable.name);
+        if (variable.is_author_text) author_text_.emplace(variable.name);
+        using There = BoundVariable::There;
+        const bool is_there = variable.there == There::Always ||
+                              (variable.there == There::InCharts && file_ == DiagramDTC::template_file);
+        if (is_there) given.emplace(variable.name);
       }
       // A chart's data are a custom property that the control escapes.
-      context_.author_text.erase("Contents");
+      author_text_.erase("Contents");
     }
     context_.is_page_text = is_page_text;
-    TemplateWalk walk(model_, findings_, file_, section.purpose, given);
+    const std::set<std::string> author_text = is_page_text ? author_text_ : std::set<std::string>();
+    TemplateWalk walk(model_, findings_, file_, section.purpose, given, author_text);
     walk.walk(section.name);
     walked_.insert(walk.sections().begin(), walk.sections().end());
     if (section.name == property_section) take_properties(walk);
-    if (section.name == form_section) take_restrictions(walk);
     if (section.name == list_section || section.name == menu_section) check_table(walk, section.name);
     check_names(model_, walk, context_, findings_);
+    check_endless(walk, findings_);
+    if (section.name == form_section) form_.emplace(std::move(walk));
+    if (section.name == list_section) form_context_.constants = &constants_.emplace(std::move(walk));
   }
 
   void take_properties(const TemplateWalk& walk) {
     for (const TemplateWalk::DefinitionMade& made : walk.definitions()) {
+      form_context_.knows_properties &= !made.name.is_computed;
       if (made.name.is_computed) continue;
       context_.known.insert(made.name.text);
-      context_.author_text.insert(made.name.text);
+      author_text_.insert(made.name.text);
+      form_context_.properties.insert(made.name.text);
     }
+    form_context_.knows_properties &= !walk.is_open_ended();
     properties_.insert(walk.stored().begin(), walk.stored().end());
-  }
-
-  // What the form takes no free text for is not told as such.
-  void take_restrictions(const TemplateWalk& walk) {
-    constexpr std::string_view ending = "_SPEC";
-    constexpr std::string_view types[] = {"integer", "number", "check"};
-    for (const TemplateWalk::DefinitionMade& made : walk.definitions()) {
-      const std::string& name = made.name.text;
-      if (made.name.is_computed || !name.ends_with(ending)) continue;
-      const std::size_t begin = std::min(made.value.find('|'), made.value.size() - 1) + 1;
-      const std::string_view type = trimmed(made.value.substr(begin, made.value.find('|', begin) - begin));
-      if (std::find(std::begin(types), std::end(types), type) != std::end(types)) {
-        context_.author_text.erase(name.substr(0, name.size() - ending.size()));
-      }
-    }
   }
 
   // An entry's name that holds a blank leaves its rest in the value: before a number in a list of the pages, before
@@ -164,15 +170,19 @@ private:
     walked_.insert(walk.sections().begin(), walk.sections().end());
     NameContext context{.file = file_};
     check_names(model_, walk, context, findings_);
+    check_endless(walk, findings_);
   }
 
   TemplateModel& model_;
   std::string file_;
   Findings& findings_;
   NameContext context_;
-  std::set<std::string> properties_;
+  std::set<std::string> properties_;   // that are surely there
+  std::set<std::string> author_text_;  // variables that an author types
+  FormContext form_context_;
+  std::optional<TemplateWalk> form_;
+  std::optional<TemplateWalk> constants_;
   std::set<const TemplateSection*> walked_;
-  bool is_closed_ = false;
   std::size_t lines_read_ = 0;  // of sections that no control reads
 };
 

@@ -3,10 +3,8 @@
 #include <algorithm>
 #include <cassert>
 #include <tuple>
-#include <unordered_set>
 
 #include "authoring/suggestion.h"
-#include "host/text_lines.h"
 
 namespace plexoras {
 namespace {
@@ -15,35 +13,22 @@ constexpr std::size_t npos = std::string_view::npos;
 
 std::vector<ConditionFault> condition_faults(const std::vector<OutlineLine>& lines) {
   using Kind = ConditionFault::Kind;
-  struct Open {
-    std::size_t line;
-    std::size_t else_line;
-  };
-  constexpr std::size_t none = npos;
-  std::vector<Open> open;
+  std::vector<std::size_t> open;
   std::vector<ConditionFault> faults;
   for (std::size_t i = 0; i < lines.size(); ++i) {
     if (!lines[i].is_directive) continue;
     const DirectiveKind kind = lines[i].directive.kind;
     if (opens_condition(kind)) {
-      open.push_back({i, none});
-    } else if (kind == DirectiveKind::Else) {
-      if (open.empty()) {
-        faults.push_back({Kind::StrayElse, i, none});
-      } else if (open.back().else_line != none) {
-        faults.push_back({Kind::SecondElse, i, open.back().else_line});
-      } else {
-        open.back().else_line = i;
-      }
+      open.push_back(i);
+    } else if (kind == DirectiveKind::Else && open.empty()) {
+      faults.push_back({Kind::StrayElse, i});
+    } else if (kind == DirectiveKind::EndIf && open.empty()) {
+      faults.push_back({Kind::StrayEndIf, i});
     } else if (kind == DirectiveKind::EndIf) {
-      if (open.empty()) {
-        faults.push_back({Kind::StrayEndIf, i, none});
-      } else {
-        open.pop_back();
-      }
+      open.pop_back();
     }
   }
-  for (const Open& condition : open) faults.push_back({Kind::Unclosed, condition.line, none});
+  for (const std::size_t condition : open) faults.push_back({Kind::Unclosed, condition});
   return faults;
 }
 
@@ -70,11 +55,6 @@ void add_test(std::string_view name, TemplateUse::How how, std::vector<TemplateU
 
 }  // namespace
 
-bool opens_condition(DirectiveKind kind) {
-  return kind == DirectiveKind::IfInside || kind == DirectiveKind::IfEqual || kind == DirectiveKind::IfNotEqual ||
-         kind == DirectiveKind::IfDefined || kind == DirectiveKind::IfUndefined;
-}
-
 const TemplateSection* TemplateModel::find(std::string_view file, std::string_view section) {
   std::pair<std::string, std::string> key(file, section);
   const auto known = sections_.find(key);
@@ -86,23 +66,15 @@ const TemplateSection* TemplateModel::find(std::string_view file, std::string_vi
       .file = key.first, .name = key.second, .path = {}, .lines = outline(source), .condition_faults = {}};
   if (source.marks != nullptr && !source.marks->empty()) found.path = source.marks->front().path;
   found.condition_faults = condition_faults(found.lines);
-  found.is_balanced = std::all_of(found.condition_faults.begin(), found.condition_faults.end(),
-                                  [](const auto& fault) { return fault.kind == ConditionFault::Kind::SecondElse; });
+  found.is_balanced = found.condition_faults.empty();
   return &sections_.emplace(std::move(key), std::move(found)).first->second;
 }
 
 const std::vector<std::string>& TemplateModel::section_names(std::string_view file) {
   const auto known = names_.find(file);
   if (known != names_.end()) return known->second;
-  std::vector<std::string>& names = names_[std::string(file)];
-  std::unordered_set<std::string_view> seen;
-  TextLines lines(files_.bytes(file).value_or(""));
-  while (const auto line = lines.next()) {
-    if (kind_of_file_line(*line) != FileLine::Header) continue;
-    const std::string_view name = line->substr(1, line->size() - 2);
-    if (seen.insert(name).second) names.emplace_back(name);
-  }
-  return names;
+  const std::vector<std::string_view> names = files_.section_names(file);
+  return names_.emplace(file, std::vector<std::string>(names.begin(), names.end())).first->second;
 }
 
 std::string TemplateModel::similar_section(std::string_view file, std::string_view name) {

@@ -14,10 +14,9 @@ namespace plexoras {
 
 /// What is wrong with the conditions of a section when it is read by itself.
 struct ConditionFault {
-  enum class Kind { Unclosed, StrayElse, StrayEndIf, SecondElse };
+  enum class Kind { Unclosed, StrayElse, StrayEndIf };
   Kind kind;
-  std::size_t line;   ///< its index among the section's lines
-  std::size_t other;  ///< of a second #ELSE, the index of the first
+  std::size_t line;  ///< its index among the section's lines
 };
 
 /// A section as it stands in its file.
@@ -56,8 +55,6 @@ private:
   std::map<std::pair<std::string, std::string>, TemplateSection> sections_;
   std::map<std::string, std::vector<std::string>, std::less<>> names_;
 };
-
-bool opens_condition(DirectiveKind kind);
 
 /// A name in template text. One that is built from references is known by its beginning alone.
 struct TemplateName {

@@ -96,7 +96,6 @@ public:
       if (context_.is_page_text) check_escaped(made);
     }
     if (context_.is_page_text && context_.is_closed) check_used();
-    check_endless();
   }
 
 private:
@@ -202,14 +201,14 @@ private:
     const bool is_text =
         !line.is_directive || line.directive.kind == DirectiveKind::Macro || line.directive.kind == DirectiveKind::Call;
     const OutlineReference& reference = made.use.reference;
-    if (!is_text || reference.depth > 0 || made.is_settled || made.use.name.is_computed) return;
+    if (!is_text || reference.depth > 0 || !made.is_author_text || made.use.name.is_computed) return;
     const std::string& name = made.use.name.text;
-    if (made.use.how == How::Value && reference.kind != Kind::Encoded && is_author_text(name)) {
+    if (made.use.how == How::Value && reference.kind != Kind::Encoded) {
       const std::string form = "#(HTML " + name + ")";
       findings_.add("unescaped-text", made.place,
                     quoted(name) + " is text that an author types; nothing escapes it here",
                     "write " + (reference.kind == Kind::Attribute ? name + "=\"" + form + "\"" : form) + brings_html());
-    } else if (made.use.how == How::Argument && reading_of(reference.name).shows_value && is_author_text(name)) {
+    } else if (made.use.how == How::Argument && reading_of(reference.name).shows_value) {
       findings_.add(
           "unescaped-text", made.place,
           "macro " + quoted(reference.name) + " shows " + quoted(name) + ", text that an author types, as it is",
@@ -219,28 +218,6 @@ private:
 
   std::string brings_html() const {
     return walk_.may_define("HTML") ? "" : ", and #INCLUDE HTML FROM APPLET.DAT at the beginning";
-  }
-
-  // Whether all that the variable may hold is made of what an author types.
-  bool is_author_text(const std::string& name, std::size_t depth = 0) {
-    constexpr std::size_t deepest = 50;
-    if (depth > deepest) return false;
-    const auto [known, is_new] = author_text_.emplace(name, false);  // until it is known: a name may be made of itself
-    if (!is_new) return known->second;
-    const std::vector<const DefinitionMade*> definitions = walk_.definitions_of(name);
-    bool result = definitions.empty() && !walk_.may_define(name) && context_.author_text.contains(name);
-    if (!definitions.empty()) {
-      result = std::all_of(definitions.begin(), definitions.end(), [&](const DefinitionMade* made) {
-        if (made->kind == DirectiveKind::Macro) return false;  // told where the macro is defined
-        const std::vector<OutlineReference> references = references_in(made->value);
-        return std::any_of(references.begin(), references.end(), [&](const OutlineReference& reference) {
-          const bool is_as_it_is =
-              reference.kind == Kind::Value || reference.kind == Kind::Attribute || reference.kind == Kind::Replaced;
-          return reference.depth == 0 && is_as_it_is && is_author_text(std::string(reference.name), depth + 1);
-        });
-      });
-    }
-    return author_text_[name] = result;
   }
 
   void check_used() {
@@ -272,62 +249,6 @@ private:
     }
   }
 
-  // Macros whose expansion meets themselves again. One that is defined several times may be another by then.
-  void check_endless() {
-    struct Edge {
-      std::string_view target;
-      TemplatePlace place;
-    };
-    std::unordered_map<std::string_view, std::vector<Edge>> edges;
-    for (const DefinitionMade& made : walk_.definitions()) {
-      if (made.kind != DirectiveKind::Macro || walk_.definitions_of(made.name.text).size() != 1) continue;
-      std::vector<Edge>& from = edges[made.name.text];
-      for (const OutlineReference& reference : references_in(made.value)) {
-        const bool may_end = reference.name.starts_with('?') || TemplateName(reference.name).is_computed;
-        const TemplatePlace place{made.place.section, made.place.line, made.value.data() + reference.begin};
-        if (!may_end) from.push_back({reference.name, place});
-      }
-      if (made.value.starts_with('#') && !made.value.starts_with("#(")) {
-        const std::string_view called = split_at_open_blank(made.value.substr(1)).first;
-        from.push_back({called, {made.place.section, made.place.line, made.value.data()}});
-      }
-    }
-
-    // Depth first, with a list in place of recursion: the macros being expanded, and which of their references is next.
-    enum class State { Open, Done };
-    std::unordered_map<std::string_view, State> states;
-    struct Level {
-      std::string_view name;
-      std::size_t next = 0;
-    };
-    for (const DefinitionMade& made : walk_.definitions()) {
-      if (!edges.contains(made.name.text) || states.contains(made.name.text)) continue;
-      std::vector<Level> levels = {{made.name.text}};
-      states[made.name.text] = State::Open;
-      while (!levels.empty()) {
-        Level& level = levels.back();
-        const std::vector<Edge>& from = edges.find(level.name)->second;
-        if (level.next == from.size()) {
-          states[level.name] = State::Done;
-          levels.pop_back();
-          continue;
-        }
-        const Edge& edge = from[level.next++];
-        if (!edges.contains(edge.target)) continue;
-        const auto [known, is_new] = states.emplace(edge.target, State::Open);
-        if (is_new) {
-          levels.push_back({edge.target});
-        } else if (known->second == State::Open) {
-          const bool is_direct = edge.target == level.name;
-          findings_.add("runaway-reference", edge.place,
-                        "macro " + quoted(edge.target) + " is made of itself" +
-                            (is_direct ? "" : ", through " + quoted(level.name)) + ", without end",
-                        "remove this reference, or give one of the two another name");
-        }
-      }
-    }
-  }
-
   TemplateModel& model_;
   const TemplateWalk& walk_;
   const NameContext& context_;
@@ -335,7 +256,6 @@ private:
   std::vector<std::string> candidates_;
   std::unordered_set<std::string> optional_;
   std::map<std::string, MacroReading> readings_;
-  std::unordered_map<std::string, bool> author_text_;
 };
 
 }  // namespace

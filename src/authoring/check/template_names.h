@@ -15,12 +15,11 @@ struct NameContext {
   bool is_closed = false;
   /// Whether the section makes the text of a page.
   bool is_page_text = false;
-  std::set<std::string> known = {};        ///< variables that come from outside
-  std::set<std::string> author_text = {};  ///< those of them that an author types
+  std::set<std::string> known = {};  ///< variables that come from outside
 };
 
 /// Judges the names that a walk has met: macros and variables that nothing defines or nothing uses, text that nothing
-/// escapes, macros that are made of themselves, and calls that are nearly a directive.
+/// escapes, and calls that are nearly a directive.
 void check_names(TemplateModel& model, const TemplateWalk& walk, const NameContext& context, Findings& findings);
 
 }  // namespace plexoras

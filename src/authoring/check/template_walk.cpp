@@ -1,7 +1,8 @@
 #include "authoring/check/template_walk.h"
 
 #include <algorithm>
-#include <charconv>
+
+#include "authoring/check/line_check.h"
 
 namespace plexoras {
 namespace {
@@ -14,10 +15,6 @@ constexpr std::size_t most_beginnings = 100;
 // From so many variables on there is little room left.
 constexpr std::size_t nearly_full = Dictionary::capacity - 4;
 
-bool is_word_character(char c) {
-  return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
-}
-
 std::string quoted(std::string_view text) {
   constexpr std::size_t longest = 60;
   return "\"" + std::string(text.substr(0, longest)) + (text.size() > longest ? "..." : "") + "\"";
@@ -27,58 +24,30 @@ std::string keyword_of(const OutlineLine& line) { return std::string(trimmed(lin
 
 bool has_reference(std::string_view text) { return TemplateName(text).is_computed; }
 
-bool is_whole_number(std::string_view text) {
-  if (text.starts_with('-') || text.starts_with('+')) text.remove_prefix(1);
-  std::int32_t value = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  return error == std::errc() && end == text.data() + text.size() && !text.starts_with('-');
-}
-
-// What a directive needs behind its keyword.
-std::string_view form_of(DirectiveKind kind) {
-  switch (kind) {
-    case DirectiveKind::Include:
-      return "#INCLUDE SECTION";
-    case DirectiveKind::Define:
-      return "#DEFINE NAME value";
-    case DirectiveKind::Macro:
-      return "#MACRO NAME text";
-    case DirectiveKind::Undefine:
-      return "#UNDEF NAME";
-    case DirectiveKind::IfInside:
-      return "#IFINSIDE NAME (one,two)";
-    case DirectiveKind::IfEqual:
-      return "#IFEQUAL NAME text";
-    case DirectiveKind::IfNotEqual:
-      return "#IFNEQUAL NAME text";
-    case DirectiveKind::IfDefined:
-      return "#IFDEF NAME";
-    case DirectiveKind::IfUndefined:
-      return "#IFUNDEF NAME";
-    default:
-      return {};
-  }
-}
-
 }  // namespace
 
 TemplateWalk::TemplateWalk(TemplateModel& model, Findings& findings, std::string file, Purpose purpose,
-                           const std::set<std::string>& given)
+                           const std::set<std::string>& given, const std::set<std::string>& author_text)
     : model_(model),
       findings_(findings),
       file_(std::move(file)),
       purpose_(purpose),
+      author_text_(author_text),
       stored_(given.begin(), given.end()) {}
 
 void TemplateWalk::walk(std::string_view section) {
   const TemplateSection* const found = model_.find(file_, section);
   if (found == nullptr) return;
+  if (!found->lines.empty()) {
+    const OutlineLine& first = found->lines.front();
+    count_stored({found, &first, first.text.data()}, {});
+  }
   read(*found, true);
   if (lines_left_ == 0) return;
   if (knows_conditions_) tell_condition_faults();
   if (nearly_full_.line != nullptr && !told_of_overflow_) {
     findings_.add("dictionary-nearly-full", nearly_full_,
-                  "with this definition there are " + std::to_string(nearly_full) + " variables, and " +
+                  "there are " + std::to_string(nearly_full_count_) + " variables here, and " +
                       std::to_string(Dictionary::capacity) + " fit",
                   "take away with #UNDEF what is not needed any more");
   }
@@ -112,19 +81,19 @@ void TemplateWalk::read(const TemplateSection& section, bool is_certain) {
 void TemplateWalk::read_line(const TemplatePlace& line) {
   note_uses(line);
   if (!line.line->is_directive) return;
-  check_keyword(line);
-  check_parts(line);
+  check_directive(line, findings_);
   switch (line.line->directive.kind) {
     case DirectiveKind::Define:
     case DirectiveKind::Macro:
       return define(line);
     case DirectiveKind::Undefine:
       stored_.erase(std::string(line.line->argument()));
+      author_text_.set(std::string(line.line->argument()), false);
       return;
     case DirectiveKind::Include:
       return include(line);
     case DirectiveKind::Else:
-      return switch_branch();
+      return switch_branch(line);
     case DirectiveKind::EndIf:
       return close_condition();
     case DirectiveKind::Halt:
@@ -153,15 +122,22 @@ void TemplateWalk::open_condition(const TemplatePlace& line) {
     return;
   }
   open_.push_back(std::move(condition));
+  author_text_.open_condition();
 }
 
-void TemplateWalk::switch_branch() {
-  if (open_.empty() || open_.back().has_else) {
+void TemplateWalk::switch_branch(const TemplatePlace& line) {
+  if (open_.empty()) {
     fits_together_ = false;
     return;
   }
-  open_.back().has_else = true;
+  Condition& condition = open_.back();
+  if (condition.else_line != nullptr) {
+    second_elses_.emplace_back(line, condition.else_line);
+    return;
+  }
+  condition.else_line = line.line;
   forget_branch();
+  author_text_.switch_branch();
 }
 
 void TemplateWalk::close_condition() {
@@ -170,6 +146,7 @@ void TemplateWalk::close_condition() {
     return;
   }
   forget_branch();
+  author_text_.close_condition();
   open_.pop_back();
 }
 
@@ -178,17 +155,17 @@ void TemplateWalk::close_condition() {
 void TemplateWalk::tell_condition_faults() {
   using Kind = ConditionFault::Kind;
   fits_together_ &= open_.empty();
+  for (const auto& [place, first] : second_elses_) {
+    findings_.add(
+        "second-else", place,
+        "this is the second #ELSE of one condition; the first stands in line " + std::to_string(first->place().line),
+        "write a condition of its own in the #ELSE branch");
+  }
+  if (fits_together_) return;
   for (const TemplateSection* const section : sections_) {
     for (const ConditionFault& fault : section->condition_faults) {
       const OutlineLine& line = section->lines[fault.line];
       const TemplatePlace place{section, &line, line.text.data()};
-      if (fault.kind == Kind::SecondElse) {
-        findings_.add("second-else", place,
-                      "this is the second #ELSE of one condition; the first stands in line " +
-                          std::to_string(section->lines[fault.other].place().line),
-                      "write a condition of its own in the #ELSE branch");
-      }
-      if (fits_together_) continue;
       if (fault.kind == Kind::Unclosed) {
         findings_.add("unclosed-conditional", place, "this " + keyword_of(line) + " is never closed",
                       "put #ENDIF behind the last line that depends on it");
@@ -226,26 +203,50 @@ void TemplateWalk::define(const TemplatePlace& line) {
   if (name.is_computed) {
     is_open_ended_ |= computed_beginnings_.size() >= most_beginnings;
     if (!is_open_ended_) computed_beginnings_.insert(name.text);
-  } else if (!is_empty || may_define(name.text) || purpose_ == Purpose::Text) {
+  } else if (!is_empty || may_define(name.text) || purpose_ != Purpose::Variables) {
     definitions_by_name_[name.text].push_back(definitions_.size());
   }
   const bool is_sure =
       !is_empty && (line.line->directive.kind == DirectiveKind::Macro || next_reference(definition.value, 0) != 0);
   if (!name.is_computed && is_sure) store(name.text, line);
+  if (!name.is_computed)
+    author_text_.set(name.text, line.line->directive.kind == DirectiveKind::Define && shows_author_text(line));
   if (definition.value.starts_with('#') || definition.value.starts_with("$(")) line_makers_.insert(name.text);
   definitions_.push_back({std::move(name), definition.value, line.line->directive.kind, line});
+}
+
+// Whether the line last read makes something of what an author types, as it is.
+bool TemplateWalk::shows_author_text(const TemplatePlace& line) const {
+  using Kind = OutlineReference::Kind;
+  for (auto made = uses_.rbegin(); made != uses_.rend() && made->place.line == line.line; ++made) {
+    const OutlineReference& reference = made->use.reference;
+    const bool is_as_it_is = made->use.how == TemplateUse::How::Value && reference.kind != Kind::Encoded;
+    if (is_as_it_is && reference.depth == 0 && made->is_author_text) return true;
+  }
+  return false;
 }
 
 void TemplateWalk::store(const std::string& name, const TemplatePlace& line) {
   if (!stored_.insert(name).second) return;
   if (!open_.empty()) stored_in_branches_.push_back(name);
-  if (stored_.size() >= nearly_full && nearly_full_.line == nullptr) nearly_full_ = line;
-  if (stored_.size() > static_cast<std::size_t>(Dictionary::capacity) && !told_of_overflow_) {
+  count_stored(line, name);
+}
+
+// `newest` is the variable that has just come; empty at the beginning of the section.
+void TemplateWalk::count_stored(const TemplatePlace& line, std::string_view newest) {
+  const std::size_t count = stored_.size();
+  if (count >= nearly_full && nearly_full_.line == nullptr) {
+    nearly_full_ = line;
+    nearly_full_count_ = count;
+  }
+  if (count > static_cast<std::size_t>(Dictionary::capacity) && !told_of_overflow_) {
     told_of_overflow_ = true;
     findings_.add("dictionary-overflow", line,
-                  quoted(name) + " is variable " + std::to_string(stored_.size()) + ", and " +
-                      std::to_string(Dictionary::capacity) + " fit",
-                  "take away with #UNDEF what is not needed any more, or divide the section");
+                  (newest.empty() ? "the section begins with " + std::to_string(count) + " variables"
+                                  : quoted(newest) + " is variable " + std::to_string(count)) +
+                      ", and " + std::to_string(Dictionary::capacity) + " fit",
+                  newest.empty() ? "declare fewer custom properties"
+                                 : "take away with #UNDEF what is not needed any more, or divide the section");
   }
 }
 
@@ -291,7 +292,7 @@ void TemplateWalk::include(const TemplatePlace& line) {
 
 void TemplateWalk::note_uses(const TemplatePlace& line) {
   for (TemplateUse& use : uses_of(*line.line)) {
-    if (!use.is_line) check_reference(use, line);
+    if (!use.is_line) check_reference(use, line, findings_);
     if (use.how == TemplateUse::How::Call && use.is_line) expand_line(use);
     const bool is_known_call = use.how == TemplateUse::How::Argument && !use.name.is_computed &&
                                definitions_by_name_.contains(std::string(use.reference.name));
@@ -300,15 +301,15 @@ void TemplateWalk::note_uses(const TemplatePlace& line) {
       look_into_brackets(use, line);
       continue;
     }
-    const bool settled = is_settled(use.name.text);
+    const bool is_author_text = author_text_.holds(use.name.text) && !is_settled(use.name.text);
     const TemplatePlace place{line.section, line.line, use.at};
-    uses_.push_back({std::move(use), place, settled});
+    uses_.push_back({std::move(use), place, is_author_text});
   }
 }
 
 bool TemplateWalk::is_settled(std::string_view name) const {
   return std::any_of(open_.begin(), open_.end(), [&](const Condition& condition) {
-    return condition.name == name && condition.settles_first != condition.has_else;
+    return condition.name == name && condition.settles_first == (condition.else_line == nullptr);
   });
 }
 
@@ -317,73 +318,6 @@ void TemplateWalk::expand_line(const TemplateUse& use) {
   if (!line_makers_.contains(use.name.text)) return;
   knows_conditions_ = false;
   is_open_ended_ = true;
-}
-
-void TemplateWalk::check_reference(const TemplateUse& use, const TemplatePlace& line) {
-  if (use.how != TemplateUse::How::Value && use.how != TemplateUse::How::Call) return;
-  const OutlineReference& reference = use.reference;
-  const TemplatePlace place{line.section, line.line, use.at};
-  if (!reference.is_closed && reference.depth == 0) {
-    findings_.add("unclosed-reference", place, "this reference has no \")\" and reaches to the end of the line",
-                  std::string("close it; for the characters themselves write \\") + *use.at + "(");
-    return;
-  }
-  if (reference.kind == OutlineReference::Kind::Replaced && reference.parts < 3) {
-    findings_.add("bad-reference", place, "a replacement needs three parts", "write $(\\NAME,from,to)");
-  } else if (reference.name == "[") {
-    findings_.add("bad-reference", place, "\"[\" alone names no section", "write [NAME]");
-  } else if (use.how == TemplateUse::How::Call && (reference.name == "%INC" || reference.name == "%DEC") &&
-             !has_reference(reference.argument) && !is_whole_number(reference.argument)) {
-    findings_.add("bad-reference", place,
-                  std::string(reference.name) + " needs a whole number, not " + quoted(reference.argument),
-                  "write a number, or a variable as $(NAME)");
-  }
-}
-
-void TemplateWalk::check_keyword(const TemplatePlace& line) {
-  const std::string_view keyword = line.line->directive.keyword;
-  const std::string_view rest = std::string_view(line.line->text).substr(keyword.size());
-  if (line.line->directive.kind == DirectiveKind::Call || keyword.ends_with(' ') || rest.empty() ||
-      !is_word_character(rest.front())) {
-    return;
-  }
-  const std::string_view word = std::string_view(line.line->text).substr(0, line.line->text.find(' '));
-  const bool is_else_if = word.starts_with("#ELSE");
-  findings_.add("misspelled-directive", line, quoted(word) + " counts as " + std::string(keyword),
-                is_else_if ? "write a condition of its own in the #ELSE branch" : "write " + std::string(keyword));
-}
-
-void TemplateWalk::check_parts(const TemplatePlace& line) {
-  const DirectiveKind kind = line.line->directive.kind;
-  const std::string_view form = form_of(kind);
-  if (form.empty()) return;
-  const std::string_view argument = line.line->argument();
-  const bool is_definition = kind == DirectiveKind::Define || kind == DirectiveKind::Macro;
-  const bool has_two = is_definition || kind == DirectiveKind::IfInside || kind == DirectiveKind::IfEqual ||
-                       kind == DirectiveKind::IfNotEqual;
-  if (has_two && !split_at_open_blank(argument).found) {
-    // A reference may bring the missing part with it; a macro's are expanded later.
-    if (has_reference(argument) && kind != DirectiveKind::Macro) return;
-    findings_.add("incomplete-directive", line, keyword_of(*line.line) + " needs more than this",
-                  "write " + std::string(form) +
-                      (is_definition ? "; to empty a variable: " + keyword_of(*line.line) + " NAME ''" : ""));
-    return;
-  }
-  if (argument.empty()) {
-    findings_.add("incomplete-directive", line, keyword_of(*line.line) + " names nothing",
-                  "write " + std::string(form));
-  }
-  if (!is_definition) return;
-  const TemplateDefinition definition = definition_of(*line.line);
-  const bool is_quote_alone = !definition.is_complete;
-  if (is_quote_alone) {
-    findings_.add("incomplete-directive", line, "the value is a quotation mark alone", "close the quotation");
-  }
-  if (definition.name.starts_with('"') || definition.name.starts_with('\'')) {
-    findings_.add("blank-in-name", {line.section, line.line, definition.name.data()},
-                  "the name ends at the first blank, quotation marks or not: it is " + quoted(definition.name),
-                  "write the name without quotation marks, and with no-break blanks where it needs blanks");
-  }
 }
 
 void TemplateWalk::look_into_brackets(const TemplateUse& use, const TemplatePlace& line) {

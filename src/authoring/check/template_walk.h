@@ -6,8 +6,10 @@
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
+#include "authoring/check/author_text.h"
 #include "authoring/check/template_model.h"
 
 namespace plexoras {
@@ -29,19 +31,19 @@ public:
   struct UseMade {
     TemplateUse use;
     TemplatePlace place;
-    bool is_settled = false;  ///< a condition around it has settled the variable's value
+    bool is_author_text = false;  ///< the variable may hold there what an author has typed, whatever that is
   };
 
   /// How many lines are read at most, through all inclusions; a longer reading stops without a word.
   static constexpr std::size_t most_lines = 200000;
 
-  /// What the section is read for: its text, or the variables that it defines.
-  enum class Purpose { Text, Variables };
+  /// What the section is read for: its text, the variables that it defines, or its definitions, empty ones included.
+  enum class Purpose { Text, Variables, Form };
 
-  /// `file` is what `#INCLUDE` without `FROM` reads. `given` are the variables that are surely there at the start.
-  /// The model and the findings outlive the walk.
+  /// `file` is what `#INCLUDE` without `FROM` reads. `given` are the variables that are surely there at the start,
+  /// `author_text` those that hold what an author has typed. The model and the findings outlive the walk.
   TemplateWalk(TemplateModel& model, Findings& findings, std::string file, Purpose purpose,
-               const std::set<std::string>& given = {});
+               const std::set<std::string>& given = {}, const std::set<std::string>& author_text = {});
 
   void walk(std::string_view section);
 
@@ -64,7 +66,7 @@ private:
   struct Condition {
     std::string name;            // of the variable that it compares with a text
     bool settles_first = false;  // in the branch that comes first
-    bool has_else = false;
+    const OutlineLine* else_line = nullptr;
     std::size_t stored_before = 0;
   };
   struct Inclusion {
@@ -76,20 +78,19 @@ private:
   void read(const TemplateSection& section, bool is_certain);
   void read_line(const TemplatePlace& line);
   void open_condition(const TemplatePlace& line);
-  void switch_branch();
+  void switch_branch(const TemplatePlace& line);
   void close_condition();
   void tell_condition_faults();
   void forget_branch();
   void define(const TemplatePlace& line);
   void include(const TemplatePlace& line);
   void note_uses(const TemplatePlace& line);
-  void check_reference(const TemplateUse& use, const TemplatePlace& line);
-  void check_keyword(const TemplatePlace& line);
-  void check_parts(const TemplatePlace& line);
   void look_into_brackets(const TemplateUse& use, const TemplatePlace& line);
   bool mention(const TemplateSection& section);
   void expand_line(const TemplateUse& use);
+  bool shows_author_text(const TemplatePlace& line) const;
   void store(const std::string& name, const TemplatePlace& line);
+  void count_stored(const TemplatePlace& line, std::string_view newest);
   bool is_settled(std::string_view name) const;
 
   TemplateModel& model_;
@@ -107,6 +108,8 @@ private:
   std::map<const TemplateSection*, bool> mentioned_;  // and whether they may define what they are asked for
 
   std::vector<Condition> open_;
+  std::vector<std::pair<TemplatePlace, const OutlineLine*>> second_elses_;  // and the first ones
+  AuthorText author_text_;
   std::vector<Inclusion> inclusions_;
   std::unordered_set<std::string> stored_;
   std::vector<std::string> stored_in_branches_;  // those that a branch has added, in order
@@ -116,6 +119,7 @@ private:
   bool is_open_ended_ = false;
   bool told_of_overflow_ = false;
   TemplatePlace nearly_full_;
+  std::size_t nearly_full_count_ = 0;
 };
 
 }  // namespace plexoras
