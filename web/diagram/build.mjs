@@ -1,0 +1,98 @@
+// Builds what pages and the tool use: the script with the element, and the program that draws without a browser.
+//
+//     node build.mjs        -> build/web/plexoras-diagram.js, build/web/plexoras-render.mjs
+import { existsSync, readFileSync } from "node:fs";
+import { dirname, join, relative } from "node:path";
+import { fileURLToPath } from "node:url";
+import { gzipSync } from "node:zlib";
+
+import { build, transform } from "esbuild";
+
+const here = dirname(fileURLToPath(import.meta.url));
+const out = join(here, "../../build/web");
+const { version } = JSON.parse(readFileSync(join(here, "package.json"), "utf8"));
+
+// What a page's reader has to wait for.
+const mostKiB = 256;
+
+// What the drawing library brings along, but we never reach: tooltips are texts and no HTML, pictures are SVG and not
+// painted on a canvas, and all words are ours.
+const replacements = {
+  "echarts/lib/component/tooltip/TooltipHTMLContent.js": 'export { default } from "./TooltipRichContent.js";',
+  "echarts/lib/i18n/langZH.js": 'export { default } from "./langEN.js";',
+  "zrender/lib/canvas/graphic.js":
+    "const none = () => {};"
+    + "export { none as brush, none as brushLoopFinalize, none as brushSingle, none as createCanvasPattern };",
+};
+
+const replaceUnused = {
+  name: "replace-unused",
+  setup({ onLoad, onEnd }) {
+    const left = new Set(Object.keys(replacements));
+    for (const [file, contents] of Object.entries(replacements)) {
+      onLoad({ filter: new RegExp(`node_modules/${file.replaceAll(".", "\\.")}$`) }, () => {
+        left.delete(file);
+        return { contents };
+      });
+    }
+    onEnd(() => {
+      if (left.size > 0) return { errors: [{ text: `replaced, but not there any more: ${[...left].join(", ")}` }] };
+    });
+  },
+};
+
+// Style sheets stand in template literals, where the bundler leaves all blanks and comments.
+const minifyStyles = {
+  name: "minify-styles",
+  setup({ onLoad }) {
+    onLoad({ filter: /src\/.*_style\.ts$/ }, async ({ path }) => {
+      const source = readFileSync(path, "utf8");
+      const sheet = /(?<=^export const \w*Style = )`([^`$\\]*)`/gm;
+      const minified = await Promise.all([...source.matchAll(sheet)]
+        .map(async ([, css]) => JSON.stringify((await transform(css, { loader: "css", minify: true })).code.trim())));
+      return { contents: source.replace(sheet, () => minified.shift()), loader: "ts" };
+    });
+  },
+};
+
+const common = {
+  absWorkingDir: here,
+  bundle: true,
+  minify: true,
+  legalComments: "none",
+  charset: "utf8",
+  define: { "process.env.NODE_ENV": '"production"', PLEXORAS_VERSION: JSON.stringify(version) },
+  plugins: [replaceUnused, minifyStyles],
+  logLevel: "warning",
+};
+
+// The drawing library's licence asks for its notice.
+const notice = "/* plexoras-diagram. Contains Apache ECharts (Apache License 2.0) and ZRender (BSD 3-Clause). */";
+
+const programs = [
+  {
+    file: "plexoras-diagram.js",
+    limit: mostKiB,
+    options: { entryPoints: ["src/index.ts"], format: "iife", target: "es2021", banner: { js: notice } },
+  },
+  {
+    file: "plexoras-render.mjs",
+    options: {
+      entryPoints: ["src/render.ts"], format: "esm", platform: "node", target: "node18", banner: { js: notice },
+    },
+  },
+];
+
+for (const { file, limit, options } of programs) {
+  if (!existsSync(join(here, options.entryPoints[0]))) continue;
+  const outfile = join(out, file);
+  await build({ ...common, ...options, outfile });
+  const bytes = readFileSync(outfile);
+  const kiB = (size) => (size / 1024).toFixed(1);
+  const zipped = gzipSync(bytes, { level: 9 }).length;
+  console.log(`${relative(join(here, "../.."), outfile)}: ${kiB(bytes.length)} KiB, ${kiB(zipped)} KiB gzip`);
+  if (limit && zipped > limit * 1024) {
+    console.error(`${file} is larger than ${limit} KiB gzip`);
+    process.exitCode = 1;
+  }
+}

@@ -1,0 +1,168 @@
+// Histograms: bars over buckets of values, and the normal distribution over them.
+import type { CustomSeriesOption } from "echarts/charts";
+import type { EChartsCoreOption } from "echarts/core";
+
+import { valueAxis } from "./axes.ts";
+import { bodyOf, depthOf, hairs, mostBars, seriesBody } from "./bar_shapes.ts";
+import { type Buckets, bucketsOf, countsOf, cumulative, normalCurve } from "./buckets.ts";
+import { placed, plotOption } from "./cartesian.ts";
+import type { Scene } from "./chart.ts";
+import { handDrawn } from "./custom.ts";
+import type { Box } from "./frame.ts";
+import { meanRulers, zeroRuler } from "./marks.ts";
+import { curveSeries } from "./scatter.ts";
+import { roundedTo } from "./statistics.ts";
+import { lineHeight, widest } from "./text.ts";
+import { bounded, type Series, valuesOf, viewOf } from "./view.ts";
+
+export function histogram(scene: Scene): EChartsCoreOption {
+  return histogramOf(scene, false);
+}
+
+export function cumulativeHistogram(scene: Scene): EChartsCoreOption {
+  return histogramOf(scene, true);
+}
+
+/** A series with its values and their counts. */
+interface Counted {
+  readonly series: Series;
+  readonly values: readonly number[];
+  readonly counts: readonly number[];
+}
+
+function histogramOf(scene: Scene, isCumulative: boolean): EChartsCoreOption {
+  const { style, format } = scene;
+  const view = viewOf(scene);
+  // The buckets stay when a tab brings one series to the front.
+  const all = viewOf({ ...scene, series: null }).series.flatMap(valuesOf);
+  const buckets = bucketsOf(all, style.BucketCount, bounded(style.xScaleMin), bounded(style.xScaleMax));
+  const { edges } = buckets;
+  const width = (edges[1] ?? 1) - (edges[0] ?? 0);
+  const edgeText = (value: number): string => format.number(roundedTo(value, width * 20));
+  const counted = view.series.map((series): Counted => {
+    const values = valuesOf(series);
+    const counts = countsOf(values, buckets);
+    return { series, values, counts: isCumulative ? cumulative(counts) : counts };
+  });
+  const hasCurve = style.CurveStyle === 1 || style.CurveStyle === 2;
+  const lone = view.series.length === 1 ? view.series[0]?.label ?? "" : "";
+  return plotOption(scene, {
+    view,
+    along: (place) => {
+      const needed = place.side === "top" || place.side === "bottom"
+        ? widest(edges.map(edgeText), scene.look) + scene.look.fontSize * 1.5 : lineHeight(scene.look) * 1.5;
+      const axis = valueAxis(scene, place, { from: edges[0] ?? 0, to: edges[edges.length - 1] ?? 1, hasZero: false }, {
+        show: true, text: edgeText, samples: edges, ticks: everyNth(edges, place.length, needed),
+      });
+      return { ...axis, axisPointer: rangeLabel(buckets, edgeText) } as typeof axis;
+    },
+    up: (place) => valueAxis(scene, place, style.IsAbsolute
+      ? { from: style.yScaleMin, to: style.yScaleMax, hasZero: true } : { from: 0, to: 0, hasZero: true }, {
+      show: true,
+      text: String,
+      samples: counted.flatMap(({ counts }) => [...counts]),
+      isWhole: true,
+    }),
+    titles: [view.showSeries && lone !== "" ? lone : view.valueTitle, ""],
+    entries: lone === "" || !view.showSeries
+      ? view.series.map(({ name, label }) => ({ name, label, icon: "roundRect" })) : [],
+    series: [
+      ...counted.map((one) => barsOf(scene, buckets, counted, one)),
+      ...counted.flatMap(({ series, values }) => {
+        const points = hasCurve ? normalCurve(values, buckets, isCumulative) : [];
+        const color = counted.length === 1 ? scene.look.palette[1] ?? series.color : series.color;
+        return points.length === 0 ? [] : [curveSeries(scene, series.name, color, points, style.CurveStyle === 2)];
+      }),
+      ...meanRulers(scene, view.series, () => undefined, true),
+      zeroRuler(scene),
+    ],
+    trigger: "axis",
+    hasCategories: false,
+  });
+}
+
+/** As many of the edges as have room for their labels, at equal distances from the first. */
+function everyNth(edges: readonly number[], length: number, needed: number): number[] {
+  const buckets = edges.length - 1;
+  const stride = Math.max(Math.ceil((needed * buckets) / Math.max(length, 1)), 1);
+  // A stride that divides the buckets ends at the last edge.
+  const even = Array.from({ length: stride }, (_, index) => stride + index).find((step) => buckets % step === 0);
+  return edges.filter((_, index) => index % (even ?? stride) === 0);
+}
+
+/** The tooltip's heading: the bucket's range. */
+function rangeLabel({ edges }: Buckets, text: (value: number) => string): object {
+  const count = edges.length - 1;
+  return {
+    label: {
+      show: false,
+      formatter: ({ value }: { value: unknown }) => {
+        const [low, high] = [edges[0] ?? 0, edges[count] ?? 1];
+        const bucket = Math.min(Math.max(Math.floor(((Number(value) - low) / (high - low)) * count), 0), count - 1);
+        return `${text(edges[bucket] ?? low)} – ${text(edges[bucket + 1] ?? high)}`;
+      },
+    },
+  };
+}
+
+function barsOf(
+  scene: Scene,
+  { edges }: Buckets,
+  counted: readonly Counted[],
+  { series, counts }: Counted,
+): CustomSeriesOption {
+  const { look, style } = scene;
+  const draw = bodyOf(style.RectStyle);
+  const own = seriesBody(look, series.index, series.color);
+  const alike = {
+    ...own,
+    isLying: style.IsRotated,
+    isDown: false,
+    round: 0,
+    edge: look.plotGround,
+    edgeWidth: 0.5,
+    depth: depthOf(style.Thickness),
+  };
+  const isMany = counted.length * counts.length > mostBars;
+  const middle = (bucket: number): number => ((edges[bucket] ?? 0) + (edges[bucket + 1] ?? 0)) / 2;
+  return handDrawn({
+    name: series.name,
+    color: series.color,
+    clip: true,
+    itemStyle: { color: series.color, ...(own.pattern ? { decal: own.pattern } : {}) },
+    encode: { x: 0, y: 1, tooltip: style.IsRotated ? [0] : [1] },
+    data: counts.map((count, bucket) => ({ value: placed(scene, middle(bucket), count) })),
+    draw: (params, api) => {
+      const bucket = params.dataIndex;
+      if (isMany && bucket > 0) return [];
+      const onShow = new Set(api.currentSeriesIndices());
+      const visible = counted.filter((_, index) => onShow.has(index));
+      const place = visible.findIndex((one) => one.series === series);
+      const boxOf = (index: number): Box | null => {
+        if ((counts[index] ?? 0) === 0) return null;
+        const [x0 = 0, y0 = 0] = api.coord(placed(scene, edges[index] ?? 0, 0));
+        const [x1 = 0, y1 = 0] = api.coord(placed(scene, edges[index + 1] ?? 0, counts[index] ?? 0));
+        const [left, top] = [Math.min(x0, x1), Math.min(y0, y1)];
+        const whole = { left, top, width: Math.abs(x1 - x0), height: Math.abs(y1 - y0) };
+        return shareOfBox(whole, style.IsRotated, place, visible.length);
+      };
+      if (isMany) return [hairs(counts.map((_, index) => boxOf(index)), series.color, style.IsRotated)];
+      const box = boxOf(bucket);
+      return box ? draw({ ...alike, box }) : [];
+    },
+  });
+}
+
+/** The part of a bucket's box that one of its bars takes, with a little air at both ends of the group. */
+function shareOfBox(
+  box: Box,
+  isLying: boolean,
+  index: number,
+  count: number,
+): Box {
+  const length = isLying ? box.height : box.width;
+  const air = Math.min(length * (count > 1 ? 0.08 : 0.03), 4);
+  const each = (length - 2 * air) / Math.max(count, 1);
+  const start = air + each * index;
+  return isLying ? { ...box, top: box.top + start, height: each } : { ...box, left: box.left + start, width: each };
+}

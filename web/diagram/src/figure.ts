@@ -1,0 +1,318 @@
+// One element at work: from its settings to its drawing, and from what the reader does to events.
+import type { CellPlace, Scene } from "./charts/chart.ts";
+import type { Table } from "./data/table.ts";
+import { tableOf } from "./data/table.ts";
+import { DrawTimes } from "./draw_times.ts";
+import { FigureBox } from "./figure_box.ts";
+import type { ValueFormat } from "./format/value_format.ts";
+import { numberReader, valueFormat } from "./format/value_format.ts";
+import { mountGrid } from "./grid/grid.ts";
+import { isTable } from "./grid/model.ts";
+import { languagesFor } from "./languages.ts";
+import { settleLook } from "./look/theme.ts";
+import { runCommand } from "./parts/commands.ts";
+import { figureName, nameFigure } from "./parts/figure.ts";
+import type { Part, PartHost } from "./parts/part.ts";
+import { mountMenu } from "./parts/popup_menu.ts";
+import { samePlace } from "./parts/selection.ts";
+import type { OptionHook, Stage } from "./parts/stage.ts";
+import { mountStage } from "./parts/stage.ts";
+import { mountTabs } from "./parts/tabs.ts";
+import { mountWalker } from "./parts/walker.ts";
+import type { MenuItem } from "./settings/menu.ts";
+import { SettingError } from "./settings/setting_error.ts";
+import type { Settings } from "./settings/settings.ts";
+import { readSettings } from "./settings/settings.ts";
+import { Surroundings } from "./surroundings.ts";
+
+/** The data of a chart as they are shown. */
+export interface ShownTable {
+  readonly rowTitle: string;
+  readonly columnTitle: string;
+  readonly valueTitle: string;
+  readonly rowLabels: readonly string[];
+  readonly columnLabels: readonly string[];
+  readonly cells: readonly (readonly string[])[];
+}
+
+/** What settings come to before anything is measured. */
+interface Model {
+  readonly settings: Settings;
+  readonly table: Table;
+  readonly format: ValueFormat;
+}
+
+export class Figure implements PartHost {
+  readonly element: HTMLElement;
+  readonly root: ShadowRoot;
+
+  private hook: OptionHook | null = null;
+  private readonly box: FigureBox;
+  private readonly internals: ElementInternals | null;
+  private readonly surroundings: Surroundings;
+  private readonly times: DrawTimes;
+  private readonly sizes: ResizeObserver;
+  private texts: Readonly<Record<string, string>> = {};
+  private model: Model | null = null;
+  private shown: Scene | null = null;
+  private parts: Part[] = [];
+  private stage: Stage | null = null;
+  private tabs: Part | null = null;
+  private selection: readonly CellPlace[] = [];
+  private series: number | null = null;
+  private isReady = false;
+
+  constructor(element: HTMLElement, root: ShadowRoot) {
+    this.element = element;
+    this.root = root;
+    this.box = new FigureBox(element, root);
+    this.internals = typeof element.attachInternals === "function" ? element.attachInternals() : null;
+    this.surroundings = new Surroundings(element, () => this.redraw());
+    this.times = new DrawTimes(element, () => this.draw());
+    this.sizes = new ResizeObserver(() => this.measure());
+  }
+
+  get drawing(): HTMLElement {
+    return this.box.drawing;
+  }
+
+  /** Gets the drawing library's option before each drawing. */
+  get option(): OptionHook | null {
+    return this.hook;
+  }
+
+  set option(hook: OptionHook | null) {
+    this.hook = hook;
+    // The one before may have been what no drawing came of.
+    if (this.model) this.redraw();
+    else this.readAgain();
+  }
+
+  /** Labels and cells as they are shown; null as long as there are none. */
+  get table(): ShownTable | null {
+    if (!this.model) return null;
+    const { table, format } = this.model;
+    const { rowTitle, columnTitle, valueTitle, rowLabels, columnLabels } = table;
+    const cells = table.cells.map((row) => row.map((cell) => format.text(cell.text)));
+    return { rowTitle, columnTitle, valueTitle, rowLabels, columnLabels, cells };
+  }
+
+  /** The element has come into a document. */
+  start(): void {
+    this.surroundings.watch();
+    this.times.start();
+    this.sizes.observe(this.drawing);
+  }
+
+  /** The element has left the document: all that a drawing keeps is given back. */
+  stop(): void {
+    this.surroundings.release();
+    this.times.stop();
+    this.sizes.disconnect();
+    this.clear();
+    this.texts = {};
+    this.model = null;
+    this.box.setState("pending");
+  }
+
+  /** Takes the texts of the parameters, by name, and draws what has changed. */
+  read(texts: Readonly<Record<string, string>>): void {
+    if (sameTexts(texts, this.texts)) return;
+    const before = this.model;
+    this.texts = texts;
+    try {
+      this.take(readSettings(texts), before);
+    } catch (problem) {
+      this.fail(problem);
+    }
+  }
+
+  /** The element's language may have changed, and with it the format of its values. */
+  readAgain(): void {
+    const { texts } = this;
+    this.texts = {};
+    this.read(texts);
+  }
+
+  /** The element's own size has been set. */
+  resize(): void {
+    this.box.setSize();
+    this.redraw();
+  }
+
+  /** The root's style sheets are gone with the document that they were made for. */
+  adopt(): void {
+    this.clear();
+    this.box.adoptStyles();
+    this.redraw();
+  }
+
+  scene(): Scene {
+    if (!this.shown) throw new Error("nothing has been drawn");
+    return this.shown;
+  }
+
+  select(cells: CellPlace[]): void {
+    const isSame = cells.length === this.selection.length
+      && cells.every((cell, index) => samePlace(cell, this.selection[index] ?? cell));
+    if (isSame) return;
+    this.selection = cells;
+    this.redraw();
+    this.fire("plexoras-select", this.selectionDetail());
+  }
+
+  showSeries(series: number | null): void {
+    this.series = series;
+    this.redraw();
+  }
+
+  highlight(cell: CellPlace | null): void {
+    this.stage?.highlight(cell);
+  }
+
+  command(item: MenuItem): void {
+    const { type, param, caption } = item;
+    const isWanted = this.fire("plexoras-command", { type, param, caption }, true);
+    // A script is the page's own affair.
+    if (!isWanted || type !== "java") return;
+    runCommand(this, param).catch((problem: unknown) => this.report(problem, "Menu"));
+  }
+
+  redraw(): void {
+    if (this.model?.settings.visible) this.times.request();
+  }
+
+  private take(settings: Settings, before: Model | null): void {
+    const { style, contents } = settings;
+    if (!contents) {
+      this.model = null;
+      this.clear();
+      this.box.setState(settings.visible ? "pending" : "hidden");
+      return;
+    }
+    const table = tableOf(contents, { transposed: style.IsTransposed, numberOf: numberReader(style) });
+    const format = valueFormat(style, languagesFor(this.element));
+    this.model = { settings, table, format };
+    this.selection = this.selectionIn(table, settings, before);
+    if (this.series !== null && this.series >= table.columnLabels.length) this.series = null;
+    // The menu's part is made for its entries.
+    if (before && JSON.stringify(before.settings.menu) !== JSON.stringify(settings.menu)) this.clear();
+    if (before && before.settings.hasMenu !== settings.hasMenu) this.clear();
+
+    this.box.setCaption(settings.caption);
+    if (this.internals) nameFigure(this.internals, figureName(this.element));
+    if (!settings.visible) {
+      this.clear();
+      this.box.setState("hidden");
+      return;
+    }
+    if (!this.shown) this.box.setState("pending");
+    this.redraw();
+  }
+
+  // The settings' selection where they say another one than before, or else the reader's; as far as there are cells.
+  private selectionIn(table: Table, { style }: Settings, before: Model | null): readonly CellPlace[] {
+    const earlier = before?.settings.style;
+    const isKept = earlier?.RowSelection === style.RowSelection && earlier.ColSelection === style.ColSelection;
+    const cells = isKept ? this.selection : [{ row: style.RowSelection, column: style.ColSelection }];
+    const [rows, columns] = [table.rowLabels.length, table.columnLabels.length];
+    return cells
+      .map(({ row, column }) => ({ row: placeIn(row, rows), column: placeIn(column, columns) }))
+      .filter(({ row, column }) => row >= 0 || column >= 0);
+  }
+
+  // Draws again where the box has another size than what is drawn.
+  private measure(): void {
+    const { clientWidth, clientHeight } = this.drawing;
+    if (this.shown?.width !== clientWidth || this.shown.height !== clientHeight) this.redraw();
+  }
+
+  private draw(): void {
+    const { model } = this;
+    // A box without a size gets one later, and then draws.
+    if (!model || !model.settings.visible || !this.element.isConnected || this.drawing.clientWidth === 0) return;
+    try {
+      this.drawModel(model);
+    } catch (problem) {
+      this.fail(problem);
+      return;
+    }
+    if (this.isReady) return;
+    this.isReady = true;
+    this.fire("plexoras-ready", { type: model.settings.style.DiagramType });
+  }
+
+  private drawModel({ settings, table, format }: Model): void {
+    const { style } = settings;
+    const look = settleLook(style, this.surroundings.reading(this.times));
+    this.box.setLook(look, style.HasBorder);
+    const { selection, series } = this;
+    this.shown = { table, style, look, format, width: 0, height: 0, selection, series };
+    if (this.parts.length === 0) this.mountParts(settings);
+    // Caption and tabs leave the rest of the box to the drawing.
+    this.tabs?.update(this.shown);
+    this.shown = { ...this.shown, width: this.drawing.clientWidth, height: this.drawing.clientHeight };
+    for (const part of this.parts) part.update(this.shown);
+    this.box.setRepeated(isTable(style.DiagramType));
+    this.box.setState("drawn");
+  }
+
+  private mountParts({ menu, hasMenu }: Settings): void {
+    this.tabs = mountTabs(this);
+    this.stage = mountStage(this, () => this.hook);
+    this.parts = [mountGrid(this), this.stage, mountWalker(this)];
+    if (hasMenu) this.parts.push(mountMenu(this, menu ?? []));
+  }
+
+  // Takes the drawing away.
+  private clear(): void {
+    for (const part of this.parts) part.dispose();
+    this.tabs?.dispose();
+    this.parts = [];
+    this.stage = this.tabs = null;
+    this.shown = null;
+  }
+
+  private fail(problem: unknown): void {
+    this.model = null;
+    this.clear();
+    this.box.setState("failed");
+    this.report(problem, problem instanceof SettingError ? problem.setting : "");
+  }
+
+  private report(problem: unknown, setting: string): void {
+    const message = problem instanceof Error ? problem.message : String(problem);
+    console.error(`plexoras-diagram${this.element.id && `#${this.element.id}`}: ${message}`);
+    this.fire("plexoras-error", { message, setting });
+  }
+
+  // False when a listener has cancelled what was going to happen.
+  private fire(type: string, detail: object, cancelable = false): boolean {
+    return this.element.dispatchEvent(new CustomEvent(type, { bubbles: true, composed: true, cancelable, detail }));
+  }
+
+  private selectionDetail(): object {
+    const cells = this.selection.map(({ row, column }) => ({ row, column }));
+    const { row, column } = cells[cells.length - 1] ?? { row: -1, column: -1 };
+    const { table, format } = this.scene();
+    const cell = table.cells[row]?.[column];
+    return {
+      row,
+      column,
+      rowLabel: table.rowLabels[row] ?? "",
+      columnLabel: table.columnLabels[column] ?? "",
+      value: cell?.number ?? null,
+      text: cell ? format.text(cell.text) : "",
+      cells,
+    };
+  }
+}
+
+function placeIn(index: number, count: number): number {
+  return index >= 0 && index < count ? index : -1;
+}
+
+function sameTexts(one: Readonly<Record<string, string>>, other: Readonly<Record<string, string>>): boolean {
+  const names = Object.keys(one);
+  return names.length === Object.keys(other).length && names.every((name) => one[name] === other[name]);
+}

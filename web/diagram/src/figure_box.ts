@@ -1,0 +1,99 @@
+// The boxes in an element's shadow: the frame with caption and drawing, and what the page has put into the element.
+import { figureStyle } from "./figure_style.ts";
+import type { Look } from "./look/look.ts";
+import { adoptStyle, makeStyle } from "./parts/style_sheet.ts";
+
+/**
+ * pending: not drawn yet, the fallback is on show; drawn; failed: the fallback is on show, as high as it is; hidden:
+ * nothing is.
+ */
+export type FigureState = "pending" | "drawn" | "failed" | "hidden";
+
+const defaultSize = { width: "480px", height: "320px" } as const;
+
+/** The boxes of one element, which live as long as it. */
+export class FigureBox {
+  /** Where charts and tables are drawn. */
+  readonly drawing = document.createElement("div");
+  private readonly element: HTMLElement;
+  private readonly root: ShadowRoot;
+  private readonly all = document.createElement("div");
+  private readonly frame = document.createElement("div");
+  private readonly caption = document.createElement("div");
+  private readonly fallback = document.createElement("div");
+  private rule: CSSStyleDeclaration | null = null;
+  private state: FigureState = "pending";
+
+  constructor(element: HTMLElement, root: ShadowRoot) {
+    this.element = element;
+    this.root = root;
+    this.drawing.className = "drawing";
+    this.caption.className = "caption";
+    this.caption.part.add("caption");
+    this.frame.className = "frame";
+    this.frame.part.add("drawing");
+    this.frame.append(this.caption, this.drawing);
+    this.fallback.className = "fallback";
+    this.fallback.append(document.createElement("slot"));
+    this.all.append(this.frame, this.fallback);
+    root.append(this.all);
+    this.adoptStyles();
+  }
+
+  /** Gives the root its style sheets, which it loses when the element goes to another document. */
+  adoptStyles(): void {
+    adoptStyle(this.root, figureStyle);
+    const own = makeStyle(this.root, ":host {}");
+    this.rule = (own.cssRules[0] as CSSStyleRule).style;
+    this.root.adoptedStyleSheets = [...this.root.adoptedStyleSheets, own];
+    this.setState(this.state);
+  }
+
+  setState(state: FigureState): void {
+    this.state = state;
+    this.all.className = state;
+    this.setSize();
+  }
+
+  /** Takes the size from the element's attributes. */
+  setSize(): void {
+    const height = sizeOf(this.element.getAttribute("height")) ?? defaultSize.height;
+    this.setRule("width", sizeOf(this.element.getAttribute("width")) ?? defaultSize.width);
+    this.setRule("height", this.state === "failed" ? "auto" : height);
+    this.setRule("min-height", this.state === "failed" && !height.endsWith("%") ? height : "");
+    this.setRule("display", this.state === "hidden" ? "none" : "");
+  }
+
+  setCaption(text: string): void {
+    this.caption.textContent = text;
+  }
+
+  /** What is drawn says the same as the fallback, to the ear as well. */
+  setRepeated(isRepeated: boolean): void {
+    this.fallback.classList.toggle("repeated", isRepeated);
+  }
+
+  setLook(look: Look, hasBorder: boolean): void {
+    this.setRule("--_text", look.text);
+    this.setRule("--_ground", look.ground);
+    this.setRule("--_line", look.grid);
+    this.setRule("--_accent", look.palette[0] ?? look.text);
+    this.frame.classList.toggle("bordered", hasBorder);
+    const { style } = this.frame;
+    style.fontFamily = look.fontFamily;
+    style.fontSize = `${look.fontSize}px`;
+    style.fontWeight = look.fontWeight;
+    style.fontStyle = look.fontStyle;
+    style.colorScheme = look.dark ? "dark" : "light";
+  }
+
+  private setRule(name: string, value: string): void {
+    this.rule?.setProperty(name, value);
+  }
+}
+
+// "480" and "50%", as in pages of old; null for anything else.
+function sizeOf(text: string | null): string | null {
+  const [, number, percent] = /^\s*(\d+(?:\.\d+)?)(?:px)?(%?)\s*$/.exec(text ?? "") ?? [];
+  return number === undefined ? null : `${number}${percent || "px"}`;
+}

@@ -1,0 +1,77 @@
+// How an element's own boxes stand. What depends on the single element (size, state, colours) is in a rule of its own,
+// see figure_box.ts.
+
+export const figureStyle = `
+:host {
+  display: block;
+  position: relative;
+  box-sizing: border-box;
+  min-width: 0;
+  max-width: 100%;
+}
+:host([hidden]) { display: none; }
+
+.frame {
+  position: absolute;
+  inset: 0;
+  display: flex;
+  flex-direction: column;
+  box-sizing: border-box;
+  overflow: hidden;
+  color: var(--_text);
+  background: var(--_ground);
+  print-color-adjust: exact;
+  -webkit-print-color-adjust: exact;
+}
+.frame.bordered { border: 1px solid var(--_line); }
+.caption {
+  flex: none;
+  padding: 10px 14px 0;
+  font-size: 1.15em;
+  font-weight: 600;
+  line-height: 1.35;
+  overflow-wrap: anywhere;
+}
+.caption:empty { display: none; }
+.drawing {
+  position: relative;
+  flex: 1 1 320px;
+  min-width: 0;
+  min-height: 0;
+}
+.stage { position: absolute; inset: 0; }
+.stage svg { display: block; }
+
+/* Until there is a drawing, what the page has put into the element is on show; afterwards it is there to be heard. */
+.pending { overflow: auto; }
+.pending > .frame { visibility: hidden; }
+.failed > .frame { display: none; }
+.drawn, .pending { height: 100%; }
+.drawn > .frame { position: relative; height: 100%; }
+.drawn > .fallback {
+  position: absolute;
+  top: 0;
+  left: 0;
+  width: 1px;
+  height: 1px;
+  margin: 0;
+  overflow: hidden;
+  clip-path: inset(50%);
+  white-space: nowrap;
+  pointer-events: none;
+}
+.drawn > .fallback.repeated { display: none; }
+
+@media (forced-colors: active) {
+  .stage { forced-color-adjust: none; }
+}
+
+@media print {
+  :host { height: auto !important; break-inside: avoid; }
+  .drawn, .drawn > .frame { height: auto; overflow: visible; }
+  .drawing { flex: none; }
+  .stage { position: static; }
+  .stage > div { width: auto !important; height: auto !important; }
+  .stage svg { position: static !important; width: 100% !important; height: auto !important; }
+}
+`;

@@ -1,0 +1,387 @@
+// The element as pages see it: settings that come and go, states, events, policy.
+import assert from "node:assert/strict";
+import { readFileSync, writeFileSync, mkdirSync } from "node:fs";
+import { createServer } from "node:http";
+import { join } from "node:path";
+import { after, before, test } from "node:test";
+import { pathToFileURL } from "node:url";
+
+import type { Browser, Page } from "playwright-core";
+
+import { chartElement, launch, openCharts } from "./chart_page.ts";
+
+const script = join(PLEXORAS_ROOT, "build/web/plexoras-diagram.js");
+
+let browser: Browser;
+before(async () => { browser = await launch(); });
+after(() => browser.close());
+
+/** A page that keeps the names and details of all events of its charts, in the order in which they come. */
+const recorder = `<script>
+  window.events = [];
+  for (const name of ["ready", "error", "select", "command"]) {
+    addEventListener("plexoras-" + name, (event) => window.events.push([name, event.detail]));
+  }
+</script>`;
+
+function events(page: Page): Promise<[string, Record<string, unknown>][]> {
+  return page.evaluate(() => (window as unknown as { events: [string, Record<string, unknown>][] }).events);
+}
+
+async function waitForState(page: Page, wanted: string): Promise<void> {
+  await page.waitForFunction((name) =>
+    document.querySelector("plexoras-diagram")?.shadowRoot?.querySelector(`div.${name}`), wanted);
+}
+
+/** The texts in a chart's picture. */
+function pictureTexts(page: Page): Promise<string[]> {
+  return page.evaluate(() => {
+    const svg = document.querySelector("plexoras-diagram")?.shadowRoot?.querySelector("svg");
+    return [...svg?.querySelectorAll("text") ?? []].map((text) => text.textContent ?? "");
+  });
+}
+
+function setParam(page: Page, name: string, value: string): Promise<void> {
+  return page.evaluate(([param = "", text = ""]) => {
+    document.querySelector(`param[name=${param}]`)?.setAttribute("value", text);
+  }, [name, value]);
+}
+
+test("draws, says so once, and keeps the fallback for the ear", async () => {
+  const page = await openCharts(browser, [{ caption: "Sales" }], { head: recorder });
+  assert.deepEqual(await events(page), [["ready", { type: 5 }]]);
+  const fallback = page.locator("plexoras-diagram > table");
+  const size = await page.evaluate(() => {
+    const table = document.querySelector("plexoras-diagram > table");
+    const { width, height } = table?.assignedSlot?.parentElement?.getBoundingClientRect() ?? {};
+    return [width, height];
+  });
+  assert.deepEqual(size, [1, 1]);
+  assert.match(await fallback.ariaSnapshot(), /cell "1200"/);
+  assert.deepEqual(await page.evaluate(() => {
+    const chart = document.querySelector("plexoras-diagram");
+    const { width, height } = chart?.getBoundingClientRect() ?? {};
+    const drawing = chart?.shadowRoot?.querySelector("[part~=drawing]");
+    return [width, height, drawing?.clientWidth, chart?.shadowRoot?.querySelector("[part~=caption]")?.textContent];
+  }), [480, 320, 480, "Sales"]);
+});
+
+test("what is set before the script runs counts when it does", async () => {
+  const head = `<script>addEventListener("DOMContentLoaded", () => {}, true);
+    document.addEventListener("readystatechange", () => {
+      const chart = document.querySelector("plexoras-diagram");
+      if (document.readyState !== "interactive" || !chart) return;
+      chart.width = 300; chart.theme = "dark"; chart.patterns = true; chart.option = (option) => {
+        window.seen = (window.seen ?? 0) + 1;
+        return { ...option, title: { text: "hooked" } };
+      };
+    });</script>`;
+  const page = await openCharts(browser, [{}], { head });
+  assert.deepEqual(await page.evaluate(() => {
+    const chart = document.querySelector("plexoras-diagram") as HTMLElement & { patterns: boolean };
+    return [chart.getAttribute("width"), chart.getAttribute("theme"), chart.patterns, chart.offsetWidth,
+      Object.keys(chart)];
+  }), ["300", "dark", true, 300, []]);
+  assert((await pictureTexts(page)).includes("hooked"));
+});
+
+test("an element that is made by a script draws when its parameters come", async () => {
+  const page = await openCharts(browser, [], { head: recorder });
+  await page.evaluate(async () => {
+    const chart = document.createElement("plexoras-diagram");
+    document.body.append(chart);
+    await new Promise((resolve) => setTimeout(resolve, 50));
+    const param = document.createElement("param");
+    param.setAttribute("name", "XmlContents");
+    param.setAttribute("value", "<xml><rows><row>only</></><cols/><data><value>5</></></xml>");
+    chart.append(param);
+  });
+  await waitForState(page, "drawn");
+  assert((await pictureTexts(page)).includes("only"));
+  assert.equal((await events(page)).length, 1);
+});
+
+test("changed parameters are drawn together", async () => {
+  const head = `${recorder}<script>window.drawings = 0; addEventListener("DOMContentLoaded", () => {
+    document.querySelector("plexoras-diagram").option = () => { window.drawings += 1; };
+  });</script>`;
+  const page = await openCharts(browser, [{}], { head });
+  const drawings = (): Promise<number> => page.evaluate(() => (window as unknown as { drawings: number }).drawings);
+  const before = await drawings();
+  await page.evaluate(async () => {
+    const set = (name: string, value: string): void =>
+      document.querySelector(`param[name=${name}]`)?.setAttribute("value", value);
+    set("XmlStyle", "<xml><DiagramType>1</></>");
+    set("XmlContents", "<xml><rows><row>new</><row>two</></><cols/><data><value>1</><value>2</></></xml>");
+    await new Promise((resolve) => requestAnimationFrame(() => requestAnimationFrame(resolve)));
+  });
+  assert((await pictureTexts(page)).includes("new"));
+  assert.equal(await drawings() - before, 1);
+  assert.equal((await events(page)).length, 1, "ready once");
+});
+
+test("a setting that cannot be read leaves the fallback on show until it is mended", async () => {
+  const page = await openCharts(browser, [{ id: "sales" }], { head: recorder });
+  const table = page.locator("plexoras-diagram > table");
+  const cases: [string, string, string][] = [
+    ["XmlStyle", "<xml>\n<FontSize>big</></xml>",
+      "XmlStyle: 2:11: FontSize (Integer): Type mismatch: \"big\" is not a number"],
+    ["XmlStyle", "<xml><FormatType>0</><FormatPattern>0 'it</></xml>",
+      "Pattern: a quote (') or a fill (*) is not complete"],
+    ["XmlContents", "<xml><rows>", "XmlContents: 1:6: <rows> is never closed; close it with \"</>\""],
+  ];
+  for (const [name, value, message] of cases) {
+    const good = await page.locator(`param[name=${name}]`).getAttribute("value") ?? "";
+    await setParam(page, name, value);
+    await waitForState(page, "failed");
+    const [type, detail] = (await events(page)).pop() ?? [];
+    assert.equal(type, "error");
+    assert.equal(detail?.["message"], message);
+    const box = await table.boundingBox();
+    assert(box && box.width > 60 && box.height > 60, "the table is there to be seen");
+    await setParam(page, name, good);
+    await waitForState(page, "drawn");
+  }
+  await page.evaluate(() => {
+    (document.querySelector("plexoras-diagram") as unknown as { option: () => void }).option = () => {
+      throw new Error("no such option");
+    };
+  });
+  await waitForState(page, "failed");
+  assert.deepEqual((await events(page)).pop(), ["error", { message: "no such option", setting: "option" }]);
+  await page.evaluate(() => {
+    (document.querySelector("plexoras-diagram") as unknown as { option: null }).option = null;
+  });
+  await waitForState(page, "drawn");
+});
+
+test("a chart that is not visible takes no room", async () => {
+  const page = await openCharts(browser, [{ style: {} }]);
+  await page.evaluate(() => {
+    const param = document.createElement("param");
+    param.setAttribute("name", "Visible");
+    param.setAttribute("value", "False");
+    document.querySelector("plexoras-diagram")?.append(param);
+  });
+  await waitForState(page, "hidden");
+  assert.equal(await page.locator("plexoras-diagram").boundingBox(), null);
+  await setParam(page, "Visible", "True");
+  await waitForState(page, "drawn");
+});
+
+test("a move keeps the drawing, leaving gives all back", async () => {
+  const page = await openCharts(browser, [{}], { head: recorder });
+  const outcome = await page.evaluate(async () => {
+    const chart = document.querySelector("plexoras-diagram");
+    const svg = (): Element | null | undefined => chart?.shadowRoot?.querySelector("svg");
+    const drawn = svg();
+    const place = document.createElement("section");
+    document.body.append(place);
+    place.append(chart ?? "");
+    await new Promise((resolve) => setTimeout(resolve, 50));
+    const moved = svg() === drawn;
+    chart?.remove();
+    await new Promise((resolve) => setTimeout(resolve, 50));
+    const left = svg() ?? null;
+    place.append(chart ?? "");
+    const frame = document.createElement("iframe");
+    document.body.append(frame);
+    frame.contentDocument?.body.append(chart ?? "");
+    await new Promise((resolve) => setTimeout(resolve, 200));
+    const elsewhere = [chart?.clientWidth, chart?.shadowRoot?.querySelectorAll("svg").length];
+    place.append(chart ?? "");
+    return [moved, left, elsewhere];
+  });
+  // The frame is 300 pixels wide, with a margin of 8.
+  assert.deepEqual(outcome, [true, null, [284, 1]]);
+  await waitForState(page, "drawn");
+  assert.equal((await events(page)).length, 1, "ready once");
+});
+
+test("follows its box, one drawing a frame", async () => {
+  const head = "<style>plexoras-diagram { width: 60%; height: 200px }</style>";
+  const page = await openCharts(browser, [{ attributes: "width=100%" }], { head });
+  const chart = page.locator("plexoras-diagram");
+  const viewBox = (): Promise<string | null> => chart.locator("svg").getAttribute("viewBox");
+  const first = await viewBox();
+  await page.setViewportSize({ width: 600, height: 500 });
+  while (await viewBox() === first) await page.waitForTimeout(20);
+  const width = await chart.evaluate((element) => element.clientWidth);
+  assert.equal(await viewBox(), `0 0 ${width} 200`);
+});
+
+test("a chart that is far away is drawn before printing, in light and at once", async () => {
+  const page = await openCharts(browser, [{}], { colorScheme: "dark" });
+  const ground = (): Promise<string> => page.evaluate(() => {
+    const frame = document.querySelector("plexoras-diagram")?.shadowRoot?.querySelector("[part~=drawing]");
+    return frame ? getComputedStyle(frame).backgroundColor : "";
+  });
+  const dark = await ground();
+  await page.evaluate(() => window.dispatchEvent(new Event("beforeprint")));
+  assert.notEqual(await ground(), dark);
+  const drawn = await page.evaluate(() => {
+    const far = document.querySelector("plexoras-diagram")?.cloneNode(true) as HTMLElement;
+    far.style.marginTop = "5000px";
+    document.body.append(far);
+    return new Promise<boolean>((resolve) => queueMicrotask(() => queueMicrotask(() => {
+      window.dispatchEvent(new Event("beforeprint"));
+      resolve(far.shadowRoot?.querySelector("svg") !== null);
+    })));
+  });
+  assert(drawn);
+  await page.evaluate(() => window.dispatchEvent(new Event("afterprint")));
+  await page.waitForFunction((wanted) => {
+    const frame = document.querySelector("plexoras-diagram")?.shadowRoot?.querySelector("[part~=drawing]");
+    return frame && getComputedStyle(frame).backgroundColor === wanted;
+  }, dark);
+});
+
+test("clicks select, and say what", async () => {
+  const style = { SelectionMode: 3, RowSelection: 0, ColSelection: 0 };
+  const page = await openCharts(browser, [{ style }], { head: recorder, reducedMotion: "reduce" });
+  await page.waitForFunction(() => (window as unknown as { events: unknown[] }).events.length > 0);
+  // The last bar of three rows and columns: East, Q3.
+  const bar = await page.evaluate(() => {
+    const paths = [...document.querySelector("plexoras-diagram")?.shadowRoot?.querySelectorAll("svg path") ?? []];
+    const boxes = paths.filter((path) => path.getAttribute("fill") !== "none")
+      .map((path) => path.getBoundingClientRect())
+      .filter((box) => box.height > 100 && box.width < 100 && box.width > 5);
+    const box = boxes[0];
+    return box ? { x: box.x + box.width / 2, y: box.y + box.height / 2 } : null;
+  });
+  assert(bar, "there is a tall bar");
+  await page.mouse.click(bar.x, bar.y);
+  await page.waitForFunction(() => (window as unknown as { events: unknown[] }).events.length > 1);
+  assert.deepEqual((await events(page)).pop(), ["select", {
+    row: 2, column: 2, rowLabel: "East", columnLabel: "Q3", value: 1200, text: "1200", cells: [{ row: 2, column: 2 }],
+  }]);
+  assert.deepEqual(await page.evaluate(() => {
+    const { table } = document.querySelector("plexoras-diagram") as unknown as { table: { cells: string[][] } };
+    return table.cells[2];
+  }), ["20", "5", "1200"]);
+});
+
+test("what the legend hides stays hidden in the next drawing", async () => {
+  const page = await openCharts(browser, [{}]);
+  await page.evaluate(() => {
+    const chart = document.querySelector("plexoras-diagram") as unknown as { option: (option: object) => void };
+    chart.option = (option) => { (window as unknown as { drawn: object }).drawn = option; };
+  });
+  await page.locator("plexoras-diagram svg text", { hasText: "Q2" }).click();
+  const hidden = await page.evaluate(async () => {
+    document.querySelector("plexoras-diagram")?.setAttribute("theme", "dark");
+    await new Promise((resolve) => requestAnimationFrame(() => requestAnimationFrame(resolve)));
+    const { drawn } = window as unknown as { drawn: { legend: { selected: Record<string, boolean> }[] } };
+    return Object.entries(drawn.legend[0]?.selected ?? {}).filter(([, shown]) => !shown).map(([name]) => name);
+  });
+  assert.deepEqual(hidden, ["Q2"]);
+});
+
+test("the nearest language decides how values are written", async () => {
+  const page = await openCharts(browser, [{ style: { FormatType: 3 } }], { locale: "fr-FR" });
+  const written = (): Promise<string | undefined> => page.evaluate(() => {
+    const { table } = document.querySelector("plexoras-diagram") as unknown as { table: { cells: string[][] } };
+    return table.cells[0]?.[1];
+  });
+  assert.equal(await written(), "-4.5", "that of the page");
+  await page.evaluate(() => document.querySelector("plexoras-diagram")?.setAttribute("lang", "de"));
+  assert.equal(await written(), "-4,5");
+});
+
+test("draws from a file without a request, in a page with one global more, however often it is loaded", async () => {
+  const page = await browser.newPage();
+  const requests: string[] = [];
+  page.on("request", (request) => requests.push(request.url()));
+  const folder = join(PLEXORAS_ROOT, "build/web/tests/pages");
+  mkdirSync(folder, { recursive: true });
+  const address = pathToFileURL(script).href;
+  writeFileSync(join(folder, "twice.html"), `<!doctype html><title>t</title>
+    <script>window.before = Object.getOwnPropertyNames(window)</script>
+    <script defer src="${address}"></script><script defer src="${address}?again"></script>${chartElement({}, 0)}`);
+  const page_ = pathToFileURL(join(folder, "twice.html")).href;
+  await page.goto(page_);
+  await waitForState(page, "drawn");
+  assert.deepEqual(requests, [page_, address, `${address}?again`]);
+  const added = await page.evaluate(() => {
+    const { before } = window as unknown as { before: string[] };
+    const known = new Set([...before, "before"]);
+    return Object.getOwnPropertyNames(window).filter((name) => !known.has(name));
+  });
+  assert.deepEqual(added.filter((name) => !name.startsWith("__")), ["PlexorasDiagram"]);
+  await page.close();
+});
+
+test("keeps to a strict policy", async () => {
+  const types = [0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11];
+  const style = { HasPopupMenu: true, TabStyle: 1 };
+  const charts = types.map((DiagramType) => ({ id: `t${DiagramType}`, style: { ...style, DiagramType } }));
+  const body = charts.map(chartElement).join("");
+  const server = createServer((request, response) => {
+    const isScript = request.url?.endsWith(".js");
+    response.writeHead(200, {
+      "content-type": isScript ? "text/javascript" : "text/html; charset=utf-8",
+      "content-security-policy": "default-src 'none'; script-src 'self'; style-src 'self'; img-src 'self' data:",
+    });
+    if (request.url === "/watch.js") {
+      response.end("window.violations = []; addEventListener('securitypolicyviolation', (event) => "
+        + "window.violations.push(event.violatedDirective + ' ' + event.sourceFile + ':' + event.lineNumber));");
+    } else {
+      response.end(isScript ? readFileSync(script, "utf8")
+        : `<!doctype html><html lang=en><title>t</title>
+          <script src=watch.js></script><script defer src=d.js></script>${body}`);
+    }
+  });
+  await new Promise<void>((done) => server.listen(0, "127.0.0.1", done));
+  const page = await browser.newPage({ viewport: { width: 800, height: 600 } });
+  try {
+    await page.goto(`http://127.0.0.1:${server.address().port}/`);
+    for (const { id } of charts) {
+      const chart = page.locator(`#${id}`);
+      await chart.scrollIntoViewIfNeeded();
+      const box = await chart.boundingBox();
+      assert(box);
+      // Tooltips, marks and menus are made under the pointer.
+      for (const part of [0.3, 0.5, 0.7]) await page.mouse.move(box.x + box.width * part, box.y + box.height * 0.6);
+      await page.mouse.click(box.x + box.width / 2, box.y + box.height / 2, { button: "right" });
+      await page.keyboard.press("Escape");
+    }
+    assert.deepEqual(await page.evaluate(() => (window as unknown as { violations: string[] }).violations), []);
+    const drawn = await page.evaluate(() => [...document.querySelectorAll("plexoras-diagram")]
+      .filter((chart) => chart.shadowRoot?.querySelector("div.drawn")).length);
+    assert.equal(drawn, types.length);
+  } finally {
+    await page.close();
+    server.close();
+  }
+});
+
+test("prints whole, however wide it is", async () => {
+  const wide = { rows: ["January", "February"], columns: ["the right-most label of all"], values: ["1", "2"] };
+  const charts = [
+    { ...wide, attributes: "width=1400", style: { IsRotated: true, LabelStyle: 1 } },
+    { ...wide, attributes: "width=1400", style: { DiagramType: 1, HasBorder: true } },
+    { ...wide, attributes: "width=1400", style: { DiagramType: 9 } },
+  ];
+  const page = await openCharts(browser, charts, { viewport: { width: 1500, height: 900 } });
+  // The widths of A4 and Letter without their margins.
+  for (const width of [718, 740]) {
+    await page.setViewportSize({ width: 1500, height: 900 });
+    await page.waitForTimeout(100);
+    await page.emulateMedia({ media: "print" });
+    await page.evaluate(() => window.dispatchEvent(new Event("beforeprint")));
+    // Paper is narrower than the window, and nothing is drawn anew for it.
+    const rightmost = await page.evaluate((paper) => {
+      document.body.style.cssText = `margin: 0; width: ${paper}px`;
+      const texts = [...document.querySelectorAll("plexoras-diagram")].flatMap((chart) =>
+        [...chart.shadowRoot?.querySelectorAll("svg text, th, td") ?? []]);
+      return [texts.length, Math.max(...texts.map((text) => text.getBoundingClientRect().right))];
+    }, width);
+    assert((rightmost[0] ?? 0) > 12, "texts are drawn");
+    assert((rightmost[1] ?? Infinity) <= width, `${rightmost[1]} on paper of ${width}`);
+    await page.emulateMedia({ media: null });
+    await page.evaluate(() => {
+      document.body.style.cssText = "";
+      window.dispatchEvent(new Event("afterprint"));
+    });
+  }
+});

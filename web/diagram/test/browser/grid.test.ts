@@ -1,0 +1,180 @@
+// Tables and heat tables in a browser.
+import assert from "node:assert/strict";
+import { after, before, test } from "node:test";
+
+import type { Browser, Page } from "playwright-core";
+
+import type { ChartOnPage } from "./chart_page.ts";
+import { focusedText, launch, openCharts } from "./chart_page.ts";
+
+let browser: Browser;
+before(async () => { browser = await launch(); });
+after(() => browser.close());
+
+async function openTable(chart: ChartOnPage): Promise<Page> {
+  return openCharts(browser, [{ ...chart, style: { DiagramType: 9, ...chart.style } }]);
+}
+
+/** The texts on show, row by row, with labels. */
+function texts(page: Page): Promise<string[]> {
+  return page.locator("table[part=grid] tr").evaluateAll((rows) =>
+    rows.map((row) => [...(row as HTMLTableRowElement).cells].map((cell) => cell.textContent).join("|")));
+}
+
+const unsorted = ["|Q1|Q2|Q3", "North|30|-4.5|7", "South|10|25|n/a", "East|20|5|1200"];
+
+const cases: { name: string; chart: ChartOnPage; shows: string[] }[] = [
+  { name: "labels and cells", chart: {}, shows: unsorted },
+  { name: "no labels", chart: { style: { showRowLabels: false, showColLabels: false } },
+    shows: ["30|-4.5|7", "10|25|n/a", "20|5|1200"] },
+  { name: "titles",
+    chart: { titles: ["Region", "Quarter", "Sales"], style: { ShowRowTitle: true, ShowColTitle: true } },
+    shows: ["|Quarter", "Region|Q1|Q2|Q3", ...unsorted.slice(1)] },
+  { name: "transposed", chart: { style: { IsTransposed: true } },
+    shows: ["|North|South|East", "Q1|30|10|20", "Q2|-4.5|25|5", "Q3|7|n/a|1200"] },
+  { name: "formatted", chart: { style: { FormatType: 0, FormatPattern: "#,##0.00" } },
+    shows: ["|Q1|Q2|Q3", "North|30.00|-4.50|7.00", "South|10.00|25.00|n/a", "East|20.00|5.00|1,200.00"] },
+  { name: "markup as text",
+    chart: { rows: ["<b>x</b>"], columns: ["<img src=x>"], values: ["<script>alert(1)</script>"] },
+    shows: ["|<img src=x>", "<b>x</b>|<script>alert(1)</script>"] },
+  { name: "no rows", chart: { rows: [], columns: ["A"], values: [] }, shows: ["|A"] },
+];
+for (const { name, chart, shows } of cases) {
+  test(`a table shows ${name}`, async () => assert.deepEqual(await texts(await openTable(chart)), shows));
+}
+
+test("a click on a column's label sorts the rows, and once more the other way; texts and gaps stay last", async () => {
+  const page = await openTable({ style: { OnColLabelClick: 2, OnRowLabelClick: 2 } });
+  const label = page.getByRole("columnheader", { name: "Q3" });
+  await label.click();
+  assert.equal(await label.getAttribute("aria-sort"), "ascending");
+  assert.deepEqual((await texts(page)).slice(1), ["North|30|-4.5|7", "East|20|5|1200", "South|10|25|n/a"]);
+  await label.press("Enter");
+  assert.equal(await label.getAttribute("aria-sort"), "descending");
+  assert.deepEqual((await texts(page)).slice(1), ["East|20|5|1200", "North|30|-4.5|7", "South|10|25|n/a"]);
+  await page.getByRole("rowheader", { name: "South" }).click();
+  assert.deepEqual((await texts(page))[0], "|Q1|Q2|Q3");
+  await page.getByRole("rowheader", { name: "South" }).click();
+  assert.deepEqual((await texts(page))[0], "|Q2|Q1|Q3");
+});
+
+test("title, labels and rows stand below each other", async () => {
+  const page = await openTable({
+    titles: ["Region", "Quarter", "Sales"], style: { ShowColTitle: true, ColLabelHeight: 40, DefaultRowHeight: 30 },
+  });
+  const tops = await page.locator("table[part=grid] tr > :last-child").evaluateAll((cells) =>
+    cells.map((cell) => cell.getBoundingClientRect().top));
+  assert.deepEqual(tops.map((top) => top - (tops[0] ?? 0)), [0, 40, 80, 110, 140]);
+});
+
+test("selection by clicks and keys follows the order on show", async () => {
+  const page = await openTable({
+    style: { SelectionMode: 3, MultipleSelection: true, OnColLabelClick: 1, OnRowLabelClick: 2 },
+  });
+  await page.evaluate(() => {
+    document.addEventListener("plexoras-select", (event) => {
+      document.title = JSON.stringify((event as CustomEvent).detail.cells.map(Object.values));
+    });
+  });
+  const cell = (text: string) => page.getByRole("gridcell", { name: text, exact: true });
+  const steps: [string, () => Promise<void>, string][] = [
+    ["click", () => cell("30").click(), "[[0,0]]"],
+    ["Ctrl adds", () => cell("25").click({ modifiers: ["Control"] }), "[[0,0],[1,1]]"],
+    ["Ctrl takes away", () => cell("30").click({ modifiers: ["Control"] }), "[[1,1]]"],
+    ["a range from there", () => cell("5").click({ modifiers: ["Shift"] }), "[[0,0],[0,1],[1,0],[1,1],[2,0],[2,1]]"],
+    ["a label selects its column", () => page.getByRole("columnheader", { name: "Q2" }).click(), "[[-1,1]]"],
+    ["Space selects", () => cell("10").press("Space"), "[[1,0]]"],
+    ["Shift and arrow widen it", () => cell("10").press("Shift+ArrowDown"), "[[1,0],[2,0]]"],
+  ];
+  for (const [name, act, cells] of steps) {
+    await act();
+    await page.waitForFunction((wanted) => document.title === wanted, cells, { timeout: 2000 })
+      .catch(async () => assert.equal(await page.title(), cells, name));
+    await page.evaluate(() => new Promise((drawn) => requestAnimationFrame(drawn)));
+  }
+  assert.equal(await page.locator("[aria-selected=true]").count(), 2);
+});
+
+test("rows and columns move and change their size, by pointer and by keys", async () => {
+  const page = await openTable({ style: { moveableRows: true, moveableCols: true } });
+  const column = (name: string) => page.getByRole("columnheader", { name });
+  await column("Q3").dragTo(column("Q1"));
+  assert.equal((await texts(page))[0], "|Q3|Q1|Q2");
+  await page.getByRole("gridcell", { name: "1200" }).press("Alt+ArrowUp");
+  assert.deepEqual((await texts(page)).slice(1), ["North|7|30|-4.5", "East|1200|20|5", "South|n/a|10|25"]);
+  assert.equal(await page.locator("[aria-live]").textContent(), "East: place 2 of 3");
+
+  const before = await column("Q1").boundingBox();
+  assert(before);
+  await page.mouse.move(before.x + before.width - 2, before.y + 5);
+  await page.mouse.down();
+  await page.mouse.move(before.x + before.width + 28, before.y + 5);
+  await page.mouse.up();
+  assert.equal((await column("Q1").boundingBox())?.width, before.width + 30);
+  await column("Q1").press("Shift+Alt+ArrowRight");
+  assert.equal((await column("Q1").boundingBox())?.width, before.width + 38);
+  const row = page.getByRole("rowheader", { name: "East" });
+  const height = (await row.boundingBox())?.height ?? 0;
+  await row.press("Shift+Alt+ArrowDown");
+  assert.equal((await row.boundingBox())?.height, height + 8);
+});
+
+test("typing into cells: keys, giving up, and an input method's own Enter", async () => {
+  const page = await openTable({ style: { IsEditable: true, FormatType: 0, FormatPattern: "0.0" } });
+  const first = page.getByRole("gridcell", { name: "30.0" });
+  await first.focus();
+  await page.keyboard.type("41");
+  await page.keyboard.press("Enter");
+  assert.match((await texts(page))[1] ?? "", /^North\|41\.0\|/);
+  assert.equal(await focusedText(page), "10.0", "Enter goes on to the cell below");
+  await page.keyboard.press("F2");
+  assert.equal(await page.locator("input").inputValue(), "10", "the cell's own text, not the formatted one");
+  await page.keyboard.type("99");
+  await page.locator("input").dispatchEvent("keydown", { key: "Enter", isComposing: true, bubbles: true });
+  assert.equal(await page.locator("input").count(), 1, "while an input method composes, Enter is its own");
+  await page.keyboard.press("Escape");
+  assert.match((await texts(page))[2] ?? "", /^South\|10\.0\|/);
+  await page.keyboard.press("Delete");
+  assert.match((await texts(page))[2] ?? "", /^South\|\|/);
+});
+
+test("ten thousand cells are all there, and the last can be reached at once", async () => {
+  const values = Array.from({ length: 10_000 }, (_, index) => String(index));
+  const page = await openTable({
+    rows: Array.from({ length: 1000 }, (_, row) => `Row ${row}`), columns: [..."ABCDEFGHIJ"], values, fallback: "",
+    style: { FixedRows: 1, FixedCols: 1 },
+  });
+  await page.getByRole("gridcell", { name: "0", exact: true }).press("Control+End");
+  assert.equal(await focusedText(page), "9999");
+  assert.equal((await texts(page)).length, 1001);
+  const place = await page.locator("plexoras-diagram").evaluate((chart) => {
+    const box = chart.getBoundingClientRect();
+    const at = (query: string) => chart.shadowRoot?.querySelector(query)?.getBoundingClientRect();
+    const over = chart.shadowRoot?.elementFromPoint(box.left + 20, box.top + 30)?.textContent;
+    return [...[at("thead th")?.top, at("tbody tr td")?.top].map((top) => Math.round((top ?? 0) - box.top)), over];
+  });
+  assert.deepEqual(place, [0, 20, "Row 0"], "labels and fixed rows stay in view, over the others");
+});
+
+test("a heat table colours each number, and all texts can be read", async () => {
+  const page = await openCharts(browser, ["light", "dark"].map((theme) => ({
+    attributes: `theme="${theme}"`, style: { DiagramType: 11 }, rows: ["r"],
+    columns: [..."abcdefgh"], values: ["-9", "-5", "-1", "0", "2", "5", "8", "9"],
+  })));
+  for (const grid of await page.locator("table[part=grid]").all()) {
+    const cells = await grid.locator("td.heat").evaluateAll((nodes) => nodes.map((node) => {
+      const { color, backgroundColor } = getComputedStyle(node);
+      const light = (css: string): number => {
+        const parts = (css.match(/\d+/g) ?? []).map((part) => Number(part) / 255)
+          .map((part) => (part <= 0.04045 ? part / 12.92 : ((part + 0.055) / 1.055) ** 2.4));
+        return 0.2126 * (parts[0] ?? 0) + 0.7152 * (parts[1] ?? 0) + 0.0722 * (parts[2] ?? 0) + 0.05;
+      };
+      const [one, other] = [light(color), light(backgroundColor)];
+      return { ground: backgroundColor, contrast: Math.max(one, other) / Math.min(one, other) };
+    }));
+    assert.equal(new Set(cells.map(({ ground }) => ground)).size, 8, "each value has its colour");
+    assert(cells.every(({ contrast }) => contrast >= 4.5), JSON.stringify(cells));
+  }
+  assert.equal(await page.getByRole("img", { name: "Colours from -9 to 9" }).count(), 2);
+});
+
