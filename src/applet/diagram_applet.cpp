@@ -130,8 +130,10 @@ struct DiagramApplet::Members {
   }
 
   static Variant format(DiagramApplet&, Arguments arguments) {
-    const FormatFor use = arguments[0].to_boolean() ? FormatFor::Attribute : FormatFor::Text;
-    return format_xml(arguments[1].to_text(), use);
+    const std::string document = arguments[1].to_text();
+    if (!arguments[0].to_boolean()) return format_xml(document, FormatFor::Text);
+    // A page says what differs from a chart of which nothing is said.
+    return format_xml(without_repeated_values(document, default_style()), FormatFor::Attribute);
   }
 
   static Variant font_list(DiagramApplet&, Arguments) {

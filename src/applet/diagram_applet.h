@@ -40,11 +40,14 @@ inline constexpr std::string_view diagram_applet_identifier = chart_component::i
 /// | `CsvContents` | the same data as comma-separated text, without `colTitle` and `valueTitle`, see `write_csv` |
 /// | `Visible` | Boolean |
 /// | `UseSampleContents()` | replaces the data by a small table, labelled on both sides, that suits every chart type |
-/// | `FormatXml(flag, text)` | the document without line breaks between elements; a true flag escapes it for HTML |
+/// | `FormatXml(flag, text)` | the document without line breaks between elements; a true flag: for a page, see below |
 /// | every row of `FormatMembers` | lists for a number and date format, and a sample of it |
 /// | `getFontList()` | names of font families for `FontName` |
 /// | `getChartImage()` | error 445, for it draws nothing |
 /// | `Refresh()`, dispatch identifier 367 | repaints |
+///
+/// For a page `FormatXml` also leaves out of a style document what has its default (`without_repeated_values`), and
+/// escapes all of it (`escape_for_attribute`).
 ///
 /// The data can be edited as a table, see `TableModel`. Rows and columns count from 0; counts and indexes are Long:
 ///

@@ -49,12 +49,63 @@ void skip_element(CompactXmlReader& xml) {
   }
 }
 
-// The text piece of the element that `start` has opened; empty where it has none. The end tag is read too.
-Piece read_value(CompactXmlReader& xml, const Piece& start) {
-  const Piece first = xml.next();
-  const Piece end = first.kind == Kind::Text ? xml.next() : first;
-  if (end.kind != Kind::EndTag) xml.fail(end.offset, quoted(start.name) + " holds a text and no elements");
-  return first.kind == Kind::Text ? first : Piece{Kind::Text, {}, {}, {}, end.offset};
+// An element that sets a property, and where it stands in the document.
+struct Element {
+  std::size_t row;
+  Variant value;
+  std::size_t begin;
+  std::size_t end;
+};
+
+// The element that `start`, a start tag or an empty one, begins; its end tag is read too.
+Element read_element(CompactXmlReader& xml, const Piece& start, std::size_t row) {
+  Piece text{Kind::Text, {}, {}, {}, start.offset};
+  Piece last = start;
+  if (start.kind == Kind::StartTag) {
+    const Piece first = xml.next();
+    last = first.kind == Kind::Text ? xml.next() : first;
+    if (last.kind != Kind::EndTag) xml.fail(last.offset, quoted(start.name) + " holds a text and no elements");
+    text = first.kind == Kind::Text ? first : Piece{Kind::Text, {}, {}, {}, last.offset};
+  }
+  return {row, value_of_text(xml, style_properties()[row], text), start.offset, last.offset + last.raw.size()};
+}
+
+// Calls `take` with each element of `document` that sets a property, in their order.
+template <class Take>
+void read_elements(std::string_view document, Take take) {
+  CompactXmlReader xml(document);
+  bool in_root = false;
+  for (Piece piece = xml.next(); piece.kind != Kind::End; piece = xml.next()) {
+    if (piece.kind == Kind::EndTag) continue;
+    if (piece.kind == Kind::Text) {
+      if (!is_line_breaks(piece.raw)) xml.fail(piece.offset, "text " + quoted(piece.raw) + " stands between elements");
+      continue;
+    }
+    if (!in_root) {
+      if (piece.name != "xml") xml.fail(piece.offset, quoted(piece.name) + " stands where <xml> is expected");
+      in_root = true;
+      continue;
+    }
+
+    const std::size_t row = find_style_property(piece.name);
+    if (row < style_properties().size()) {
+      take(read_element(xml, piece, row));
+    } else if (piece.kind == Kind::StartTag) {
+      skip_element(xml);
+    }
+  }
+}
+
+// Whether the first element in that of the document has the name of a property.
+bool begins_with_property(std::string_view document) {
+  CompactXmlReader xml(document);
+  const auto next_tag = [&] {
+    Piece piece = xml.next();
+    while (piece.kind == Kind::Text) piece = xml.next();
+    return piece;
+  };
+  next_tag();
+  return find_style_property(next_tag().name) < style_properties().size();
 }
 
 }  // namespace
@@ -82,30 +133,29 @@ std::string write_style_document(std::span<const Variant> values) {
 }
 
 std::vector<Variant> read_style_document(std::string_view document, std::vector<Variant> values) {
-  CompactXmlReader xml(document);
-  bool in_root = false;
-  for (Piece piece = xml.next(); piece.kind != Kind::End; piece = xml.next()) {
-    if (piece.kind == Kind::EndTag) continue;
-    if (piece.kind == Kind::Text) {
-      if (!is_line_breaks(piece.raw)) xml.fail(piece.offset, "text " + quoted(piece.raw) + " stands between elements");
-      continue;
-    }
-    if (!in_root) {
-      if (piece.name != "xml") xml.fail(piece.offset, quoted(piece.name) + " stands where <xml> is expected");
-      in_root = true;
-      continue;
-    }
-
-    const bool is_empty = piece.kind == Kind::EmptyTag;
-    const std::size_t row = find_style_property(piece.name);
-    if (row < values.size()) {
-      const Piece text = is_empty ? Piece{Kind::Text, {}, {}, {}, piece.offset} : read_value(xml, piece);
-      values[row] = value_of_text(xml, style_properties()[row], text);
-    } else if (!is_empty) {
-      skip_element(xml);
-    }
-  }
+  read_elements(document, [&](const Element& element) { values[element.row] = element.value; });
   return values;
+}
+
+std::string without_repeated_values(std::string_view document, std::vector<Variant> values) {
+  std::string kept;
+  std::size_t kept_to = 0;
+  try {
+    if (!begins_with_property(document)) return std::string(document);
+    read_elements(document, [&](const Element& element) {
+      // Of two elements of one name the later counts, so what is repeated is the value before, whichever that is.
+      if (values[element.row] == element.value) {
+        constexpr std::string_view line_breaks = "\r\n";
+        const std::string_view before = document.substr(kept_to, element.begin - kept_to);
+        kept.append(before.substr(0, before.find_last_not_of(line_breaks) + 1));
+        kept_to = document.find_first_not_of(line_breaks, element.end);
+      }
+      values[element.row] = element.value;
+    });
+  } catch (const AutomationError&) {
+    return std::string(document);
+  }
+  return kept.append(document.substr(kept_to));
 }
 
 }  // namespace plexoras

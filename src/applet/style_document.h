@@ -42,4 +42,11 @@ std::string write_style_document(std::span<const Variant> values);
 /// property's type.
 std::vector<Variant> read_style_document(std::string_view document, std::vector<Variant> values);
 
+/// `document` without the elements that change nothing when it is read onto `values`, and without the line breaks
+/// around these. All else stays byte for byte.
+///
+/// What is no style document comes back as it is: one that `read_style_document` refuses, and one whose first element
+/// is no property.
+std::string without_repeated_values(std::string_view document, std::vector<Variant> values);
+
 }  // namespace plexoras

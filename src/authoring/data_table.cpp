@@ -136,7 +136,7 @@ std::string table_head(const Cells& cells) {
 
 std::string data_table(LiveControl& control, std::string_view caption, std::string_view language) {
   const ObjectRef chart = control.component();
-  if (chart == nullptr) return {};
+  if (chart == nullptr || control.control().GetProperty("Contents").empty()) return {};
   const ContentsTable table = read_contents(chart->get("XmlContents").to_text());
   const Cells cells(table, chart->get("IsTransposed").to_boolean());
   if (cells.rows() == 0 || cells.columns() == 0) return {};

@@ -20,8 +20,8 @@ namespace plexoras {
 /// is written in that of `language` ("de", "pt-BR"; empty: American English), not in that of this machine, so that the
 /// same page comes out of every machine.
 ///
-/// Empty for a control without a chart, and for a chart without rows or columns. An error of the component comes
-/// through; the chart is as it was, in any case.
+/// Empty for a control without a chart, and for a chart without data of its own, be it that it shows sample data or has
+/// no rows or columns. An error of the component comes through; the chart is as it was, in any case.
 std::string data_table(LiveControl& control, std::string_view caption, std::string_view language);
 
 }  // namespace plexoras

@@ -4,7 +4,9 @@
 #include <charconv>
 #include <optional>
 
+#include "authoring/page_text.h"
 #include "authoring/suggestion.h"
+#include "host/ascii.h"
 #include "host/component_control.h"
 
 namespace plexoras {
@@ -16,7 +18,7 @@ constexpr std::string_view source = "FormDriver";
   throw AutomationError(RunTimeError::InvalidCall, what, std::string(source));
 }
 
-std::string quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
+std::string quoted(std::string_view text) { return "\"" + printable(text) + "\""; }
 
 const ControlContainer* inside_of(const FormControl& control) {
   if (const auto* frame = dynamic_cast<const Frame*>(&control)) return frame;
@@ -32,35 +34,46 @@ void for_each_control(const ControlContainer& container, const Visit& visit) {
   }
 }
 
-std::string lower_case(std::string_view text) {
-  std::string lower(text);
-  for (char& c : lower) {
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-  }
-  return lower;
+std::string_view without_colon(std::string_view caption) {
+  return caption.substr(0, caption.size() - (caption.ends_with(':') ? 1 : 0));
 }
 
-// A caption as people repeat it: without its colon and capitals.
-std::string spoken(std::string_view caption) {
-  std::string text = lower_case(caption);
-  if (text.ends_with(':')) text.pop_back();
-  return text;
+// Whether people who repeat a control's caption, maybe after that of its frame, would say `name`.
+bool is_called(const FormControl& control, std::string_view name) {
+  const std::string caption(without_colon(control.caption));
+  const std::string_view said = without_colon(name);
+  return !said.empty() &&
+         (equal_but_for_case(caption, said) || equal_but_for_case(frame_caption(control) + ": " + caption, said));
+}
+
+// "; did you mean "cbEqualRows" (Rows: Equal size) or "cbEqualCols" (Columns: Equal size)?"
+std::string did_you_mean_one_of(const std::vector<const FormControl*>& controls) {
+  std::string text;
+  for (const FormControl* const control : controls) {
+    text += text.empty() ? "; did you mean " : control == controls.back() ? " or " : ", ";
+    text += quoted(control->name());
+    const std::string frame = frame_caption(*control);
+    if (controls.size() > 1 && !frame.empty()) {
+      text += " (" + frame + ": " + std::string(without_colon(control->caption)) + ")";
+    }
+  }
+  return text + "?";
 }
 
 // The control of that name. Of several the one that can be used: a page may keep a hidden form of the same kind.
 FormControl& control_named(const Form& form, std::string_view name) {
   FormControl* found = nullptr;
   std::vector<std::string> names;
-  std::string captioned;
+  std::vector<const FormControl*> captioned;
   for_each_control(form, [&](FormControl& control) {
     if (control.name() == name && (found == nullptr || !found->is_usable())) found = &control;
     if (control.kind() == "Label") return;
     names.push_back(control.name());
-    if (!name.empty() && spoken(control.caption) == spoken(name)) captioned = control.name();
+    if (is_called(control, name)) captioned.push_back(&control);
   });
   if (found != nullptr) return *found;
   refuse("there is no control " + quoted(name) + " on " + quoted(form.caption) +
-         (captioned.empty() ? did_you_mean(name, names) : "; did you mean " + quoted(captioned) + "?"));
+         (captioned.empty() ? did_you_mean(name, names) : did_you_mean_one_of(captioned)));
 }
 
 // Why a user cannot act on `control`: of itself, or because of what it stands in.
@@ -91,9 +104,8 @@ constexpr SwitchWord switch_words[] = {{"on", true},     {"off", false}, {"true"
                                        {"false", false}, {"1", true},    {"0", false}};
 
 bool switch_value(const FormControl& control, std::string_view value) {
-  const std::string word = lower_case(value);
   for (const SwitchWord& row : switch_words) {
-    if (row.word == word) return row.on;
+    if (equal_but_for_case(row.word, value)) return row.on;
   }
   refuse(quoted(control.name()) + " takes on or off, not " + quoted(value));
 }
@@ -112,13 +124,17 @@ void set_option(OptionButton& button, std::string_view value) {
   button.user_click();
 }
 
-// The entry that `value` names by its index, as "#2".
+// "#2": an entry by its index.
+bool is_index(std::string_view value) {
+  return value.size() > 1 && value.starts_with('#') &&
+         value.find_first_not_of("0123456789", 1) == std::string_view::npos;
+}
+
 std::optional<int> entry_at(const ListBox& list, std::string_view value) {
-  if (!value.starts_with('#')) return std::nullopt;
+  if (!is_index(value)) return std::nullopt;
   std::size_t index = 0;
-  const char* const end = value.data() + value.size();
-  const auto [stop, error] = std::from_chars(value.data() + 1, end, index);
-  if (error != std::errc() || stop != end || index >= list.entries().size()) return std::nullopt;
+  const auto [stop, error] = std::from_chars(value.data() + 1, value.data() + value.size(), index);
+  if (error != std::errc() || index >= list.entries().size()) return std::nullopt;
   return static_cast<int>(index);
 }
 
@@ -133,21 +149,30 @@ std::optional<int> entry_beginning_with(const ListBox& list, std::string_view va
   return found;
 }
 
+[[noreturn]] void refuse_entry(const ListBox& list, std::string_view value) {
+  constexpr std::size_t few = 15;  // enough to read in a message
+  const StringList& entries = list.entries();
+  const std::string what = quoted(list.name()) + " has no entry " + quoted(value);
+  if (entries.empty()) refuse(what + "; it is empty");
+  const std::string suggestion = did_you_mean(value, entries);
+  if (is_index(value) || entries.size() > few) {
+    refuse(what + " (it has " + std::to_string(entries.size()) + ", #0 to #" + std::to_string(entries.size() - 1) +
+           ")" + suggestion);
+  }
+  std::string listed;
+  for (const std::string& entry : entries) listed += (listed.empty() ? "" : " | ") + entry;
+  refuse(what + " (it has: " + listed + ")" + suggestion);
+}
+
 void set_list(ListBox& list, std::string_view value) {
   const StringList& entries = list.entries();
   const auto entry = std::ranges::find(entries, value);
   std::optional<int> index = entry == entries.end() ? entry_at(list, value) : static_cast<int>(entry - entries.begin());
   auto* const box = dynamic_cast<ComboBox*>(&list);
-  if (!index && box != nullptr && box->user_type(value)) return;
+  if (!index && box != nullptr && !is_index(value) && box->user_type(value)) return;
   if (!index) index = entry_beginning_with(list, value);
-  if (index) {
-    list.user_select(*index);
-    return;
-  }
-  refuse(quoted(list.name()) + " has no entry " + quoted(value) +
-         (entries.empty() ? "; it is empty"
-                          : " (it has " + std::to_string(entries.size()) + ", #0 to #" +
-                                std::to_string(entries.size() - 1) + ")" + did_you_mean(value, entries)));
+  if (!index) refuse_entry(list, value);
+  list.user_select(*index);
 }
 
 void set(FormControl& control, std::string_view value) {
@@ -186,7 +211,7 @@ TextBox& text_box(FormControl& control, std::string_view action) {
 void press_key(FormControl& control, std::string_view name) {
   TextBox& box = text_box(control, "given keys");
   for (const KeyName& row : keys) {
-    if (lower_case(row.name) != lower_case(name)) continue;
+    if (!equal_but_for_case(row.name, name)) continue;
     box.user_key(row.key);
     return;
   }
@@ -277,6 +302,12 @@ void act(Form& form, const FormAction& action) {
     case FormAction::Kind::ChooseFile:
       return;
   }
+}
+
+std::string frame_caption(const FormControl& control) {
+  const FormControl* frame = control.container().enclosing_control();
+  while (frame != nullptr && frame->caption.empty()) frame = frame->container().enclosing_control();
+  return frame == nullptr ? "" : std::string(without_colon(frame->caption));
 }
 
 ListedForm list_form(const Form& form) { return {form.caption, list_controls(form)}; }

@@ -34,7 +34,7 @@ struct FormAction {
 /// | check box | `on` or `off`, `true` or `false`, `1` or `0` |
 /// | option button | the same for on; another button of the group turns it off |
 /// | list | the text of an entry, `#` and its index from 0, or the beginning of just one entry |
-/// | box with a list that takes a text | the text of an entry, `#` and its index, or any other text |
+/// | box with a list that takes a text | the text of an entry, `#` and its index, or any text but `#` and digits |
 /// | text box | any text |
 ///
 /// Error 5 when the control is missing, cannot be used, or takes no such action or value; it says which, and what would
@@ -46,7 +46,8 @@ struct ListedControl {
   std::string_view kind;  ///< "CheckBox", as the control calls it
   std::string name;
   std::string caption;
-  /// A text, "on", "off" or "grayed" as "Set" takes them; of a component that holds a table, its size and selection.
+  /// A text, "on" or "off" as "Set" takes them, or "grayed", which nobody can set; of a component that holds a table,
+  /// its size and selection.
   std::string value = {};
   bool enabled = true;
   bool visible = true;
@@ -71,6 +72,10 @@ struct ListedForm {
   std::string caption;
   std::vector<ListedControl> controls;
 };
+
+/// The caption of the frame that `control` stands in, without its colon; of nested ones the innermost that has one.
+/// Empty when there is none.
+std::string frame_caption(const FormControl& control);
 
 /// All that stands on `form` now, in its order.
 ListedForm list_form(const Form& form);

@@ -1,5 +1,6 @@
 #include "authoring/live_control.h"
 
+#include "authoring/suggestion.h"
 #include "chart_control/chart_component.h"
 #include "chart_control/diagram_dtc.h"
 #include "chart_control/template_dtc.h"
@@ -23,12 +24,17 @@ std::span<const ControlType> control_types() { return types; }
 
 const ControlType& find_control_type(std::string_view name) {
   std::string known;
+  std::vector<std::string> names;
   for (const ControlType& type : types) {
     if (type.identifier == name || type.short_name == name) return type;
+    names.emplace_back(type.short_name);
+    names.emplace_back(type.identifier);
     known += (known.empty() ? "" : ", ") + std::string(type.short_name) + " (" + std::string(type.identifier) + ")";
   }
-  throw AutomationError(RunTimeError::CannotCreateObject,
-                        "there is no control \"" + std::string(name) + "\" here; known: " + known, "LiveControl");
+  throw AutomationError(
+      RunTimeError::CannotCreateObject,
+      "there is no control \"" + std::string(name) + "\" here; known: " + known + did_you_mean(name, names),
+      "LiveControl");
 }
 
 LiveControl::LiveControl(TemplateSession& session, const ControlRecord& place, bool is_new)

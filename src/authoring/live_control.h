@@ -19,7 +19,7 @@ struct ControlType {
 };
 
 std::span<const ControlType> control_types();
-/// The type that has `name` as its identifier or short name; error 429 when there is none.
+/// The type that has `name` as its identifier or short name; error 429 with a suggestion when there is none.
 const ControlType& find_control_type(std::string_view name);
 
 /// A control of a page at work: this is its host. It lives between reading a page and writing it.

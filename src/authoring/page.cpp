@@ -172,7 +172,7 @@ void refuse_marks(std::string_view text) {
 
 std::string to_text(const PageProblem& problem) {
   return problem.path + ":" + std::to_string(problem.place.line) + ":" + std::to_string(problem.place.column) +
-         ": error: " + problem.what;
+         (problem.is_warning ? ": warning: " : ": error: ") + problem.what;
 }
 
 PageError::PageError(std::vector<PageProblem> problems)

@@ -19,9 +19,10 @@ struct PageProblem {
   TextPlace place;
   std::string what;
   bool is_name_taken = false;  ///< by another control of the page, and otherwise all is well
+  bool is_warning = false;     ///< the work was done all the same
 };
 
-/// "path:line:col: error: what".
+/// "path:line:col: error: what", or "warning: what".
 std::string to_text(const PageProblem& problem);
 
 /// A page that cannot be worked on. `what()` is every problem, a line each.

@@ -28,7 +28,8 @@ std::string_view language_of(std::string_view attributes) {
     begin = attributes.find_first_not_of(" \t\r\n\f\"'", begin + 1);
     if (begin == npos) continue;
     std::size_t end = begin;
-    while (end < attributes.size() && (is_letter(attributes[end]) || is_digit(attributes[end]) || attributes[end] == '-')) {
+    while (end < attributes.size() &&
+           (is_letter(attributes[end]) || is_digit(attributes[end]) || attributes[end] == '-')) {
       ++end;
     }
     return attributes.substr(begin, end - begin);
@@ -42,10 +43,11 @@ constexpr std::string_view text_elements[] = {"script", "style",  "title",    "t
 
 // Elements whose start tag ends a paragraph that is open. Their end tag ends it, too, for the paragraph is in them.
 constexpr std::string_view block_elements[] = {
-    "address", "article", "aside", "blockquote", "body", "caption", "center", "dd", "details", "dialog", "dir", "div",
-    "dl", "dt", "fieldset", "figcaption", "figure", "footer", "form", "h1", "h2", "h3", "h4", "h5", "h6", "header",
-    "hgroup", "hr", "html", "li", "listing", "main", "menu", "nav", "ol", "p", "plaintext", "pre", "search",
-    "section", "summary", "table", "tbody", "td", "tfoot", "th", "thead", "tr", "ul", "xmp",
+    "address", "article", "aside", "blockquote", "body",     "caption",    "center",    "dd",     "details", "dialog",
+    "dir",     "div",     "dl",    "dt",         "fieldset", "figcaption", "figure",    "footer", "form",    "h1",
+    "h2",      "h3",      "h4",    "h5",         "h6",       "header",     "hgroup",    "hr",     "html",    "li",
+    "listing", "main",    "menu",  "nav",        "ol",       "p",          "plaintext", "pre",    "search",  "section",
+    "summary", "table",   "tbody", "td",         "tfoot",    "th",         "thead",     "tr",     "ul",      "xmp",
 };
 
 // The name of a tag that begins with `tag`: what stands before a blank, "/" or ">".

@@ -1,8 +1,10 @@
 #include "authoring/page_text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdint>
 
+#include "host/property_bag.h"
 #include "host/utf8.h"
 #include "template/dictionary.h"
 
@@ -166,6 +168,38 @@ std::optional<std::string> unescape_listing(std::string_view text) {
     ++at;
   }
   return out;
+}
+
+namespace {
+
+// The character at `at`, which a terminal would obey: C0, DEL or C1, as U+0080 to U+009F or as a byte of its own.
+std::size_t obeyed_length(std::string_view text, std::size_t at) {
+  const auto byte = static_cast<unsigned char>(text[at]);
+  if (byte < 0x20 || byte == 0x7F) return 1;
+  const std::size_t length = utf8_length(text, at);
+  if (length == 0) return byte >= 0x80 && byte < 0xA0 ? 1 : 0;
+  return length == 2 && byte == 0xC2 && static_cast<unsigned char>(text[at + 1]) < 0xA0 ? 2 : 0;
+}
+
+}  // namespace
+
+std::string printable(std::string_view text) {
+  std::string shown;
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t obeyed = obeyed_length(text, at);
+    const std::size_t length = std::max<std::size_t>({obeyed, utf8_length(text, at), 1});
+    const std::string_view character = text.substr(at, length);
+    const std::string escape = escape_listing(character);
+    if (obeyed == 0) {
+      shown += character;
+    } else if (escape != character) {
+      shown += escape;
+    } else {
+      for (const char& c : character) shown += "\\x" + to_hex({&c, 1});
+    }
+    at += length;
+  }
+  return shown;
 }
 
 void PlaceFinder::advance() {

@@ -31,6 +31,10 @@ std::string with_line_breaks(std::string_view text, std::string_view line_break)
 std::string escape_listing(std::string_view value);
 std::optional<std::string> unescape_listing(std::string_view text);
 
+/// `text` with what a terminal would obey made visible: line breaks and tabs as "\n", "\r" and "\t", other control
+/// characters and bytes that may be such as "\x1B". For people: nothing turns it back.
+std::string printable(std::string_view text);
+
 /// A place in a text; both count from 1, columns in bytes.
 struct TextPlace {
   std::size_t line = 1;

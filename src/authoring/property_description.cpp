@@ -1,7 +1,10 @@
 #include "authoring/property_description.h"
 
 #include <algorithm>
+#include <map>
+#include <set>
 
+#include "authoring/form_driver.h"
 #include "chart_control/events_page.h"
 #include "template/ini_section.h"
 #include "template/lookup_table.h"
@@ -29,15 +32,14 @@ std::string group_caption(const Form& page, std::string_view button) {
     if (control.get() == found) break;
     if (control->kind() == "Label") return without_colon(control->caption);
   }
-  const FormControl* frame = found->container().enclosing_control();
-  while (frame != nullptr && frame->caption.empty()) frame = frame->container().enclosing_control();
-  return frame == nullptr ? "" : without_colon(frame->caption);
+  return frame_caption(*found);
 }
 
 std::vector<Code> lookup_codes(LiveControl& control, std::string_view table_name) {
   std::vector<Code> codes;
   const ObjectRef table = control.control().call_with("GetLookupTable", {table_name}).to_object();
   const std::int32_t count = table->get("Count").to_long();
+  codes.reserve(static_cast<std::size_t>(std::max(count, 0)));
   for (std::int32_t i = 0; i < count; ++i) {
     codes.push_back({table->call_with("valueAtIndex", {i}).to_text(), table->call_with("keyAtIndex", {i}).to_text()});
   }
@@ -50,14 +52,13 @@ void describe_on_page(const PropertyPageType& type, const Form& page, const Prop
   description.page = type.name;
   description.control = row.control.empty() ? row.options.front().button : row.control;
   description.caption = row.options.empty() ? caption_of(page, row.control) : group_caption(page, description.control);
-  for (const OptionCode& option : row.options) {
+  // Buttons stand as they fit on the page.
+  std::vector<OptionCode> options(row.options.begin(), row.options.end());
+  std::ranges::stable_sort(options, {}, &OptionCode::code);
+  for (const OptionCode& option : options) {
     const bool is_pair = row.encoding == Encoding::OptionPair;
     description.codes.push_back(
         {is_pair ? Variant(option.code != 0).to_text() : std::to_string(option.code), caption_of(page, option.button)});
-  }
-  // Buttons stand as they fit on the page.
-  if (row.encoding == Encoding::Options) {
-    std::ranges::stable_sort(description.codes, {}, [](const Code& code) { return number_of_text(code.value); });
   }
   if (row.encoding != Encoding::Lookup) return;
   if (!row.lookup_table.empty()) {
@@ -67,6 +68,26 @@ void describe_on_page(const PropertyPageType& type, const Form& page, const Prop
   const auto& list = dynamic_cast<const ListBox&>(*page.find(row.control));
   for (std::size_t i = 0; i < list.entries().size(); ++i) {
     description.codes.push_back({std::to_string(i), list.entries()[i]});
+  }
+}
+
+void describe_on_page(const PropertyPageType& type, const Form& page, const OwnProperty& own,
+                      PropertyDescription& description) {
+  description.page = type.name;
+  description.control = own.control;
+  description.caption = caption_of(page, own.control);
+  for (const OwnProperty::Code& code : own.codes) {
+    description.codes.push_back({std::string(code.value), std::string(code.caption)});
+  }
+}
+
+// Puts the frames' captions before those that several properties have, where that helps: "Columns: Equal size".
+void tell_captions_apart(std::vector<PropertyDescription>& descriptions, const std::vector<std::string>& frames) {
+  std::map<std::string, std::set<std::string>> frames_of;
+  for (std::size_t i = 0; i < descriptions.size(); ++i) frames_of[descriptions[i].caption].insert(frames[i]);
+  for (std::size_t i = 0; i < descriptions.size(); ++i) {
+    std::string& caption = descriptions[i].caption;
+    if (!caption.empty() && !frames[i].empty() && frames_of[caption].size() > 1) caption.insert(0, frames[i] + ": ");
   }
 }
 
@@ -84,12 +105,12 @@ std::string taken_by(const WindowSpecEntry& entry) {
       return number_range(entry);
     case WindowSpecEntry::Input::Color:
       return "a colour";
+    case WindowSpecEntry::Input::Combo:
+      return "any text; the codes are proposals";
     case WindowSpecEntry::Input::Check:
     case WindowSpecEntry::Input::Choice:
-      return "one of the codes";
     case WindowSpecEntry::Input::Text:
     case WindowSpecEntry::Input::MultiLine:
-    case WindowSpecEntry::Input::Combo:
       return {};
   }
   return {};
@@ -111,6 +132,7 @@ std::vector<std::pair<std::string, std::string>> event_handlers(TemplateSession&
                                              std::string(DesignTimeControl::constSpecSection));
   const auto table = lookup_table(*constants, Events::handler_table);
   std::vector<std::pair<std::string, std::string>> handlers;
+  handlers.reserve(static_cast<std::size_t>(table->Count()));
   for (std::int32_t i = 0; i < table->Count(); ++i) handlers.emplace_back(table->keyAtIndex(i), table->valueAtIndex(i));
   return handlers;
 }
@@ -140,15 +162,30 @@ std::vector<PropertyDescription> describe_properties(TemplateSession& session, P
     return found == descriptions.end() ? nullptr : &*found;
   };
 
+  std::vector<std::string> frames(descriptions.size());
   for (const PropertyPageType* const type : PropertyPages::types_for(control)) {
-    if (type->properties == nullptr) continue;
+    if (type->properties == nullptr && type->own_properties.empty()) continue;
     const std::unique_ptr<PropertyPage> page = pages.open(*type, control);
-    for (const PropertyRow& row : type->properties()) {
-      if (PropertyDescription* const found = find(row.property, false)) {
-        describe_on_page(*type, *page, row, control, *found);
-      }
+    const auto note_frame = [&](const PropertyDescription& description) {
+      const FormControl* const shown = page->find(description.control);
+      if (shown != nullptr)
+        frames[static_cast<std::size_t>(&description - descriptions.data())] = frame_caption(*shown);
+    };
+    for (const PropertyRow& row : type->properties == nullptr ? std::span<const PropertyRow>() : type->properties()) {
+      PropertyDescription* const found = find(row.property, false);
+      if (found == nullptr) continue;
+      describe_on_page(*type, *page, row, control, *found);
+      note_frame(*found);
+    }
+    for (const OwnProperty& own : type->own_properties) {
+      PropertyDescription* found = find(own.name, false);
+      if (found == nullptr) found = find(own.name, true);
+      if (found == nullptr) continue;
+      describe_on_page(*type, *page, own, *found);
+      note_frame(*found);
     }
   }
+  tell_captions_apart(descriptions, frames);
 
   const DesignTimeControl& own = control.control();
   for (const WindowSpecEntry& entry : read_window_spec(session, std::string(own.templateFile()),

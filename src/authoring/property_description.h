@@ -24,8 +24,9 @@ struct PropertyDescription {
   std::vector<Code> codes = {};    ///< empty: it has none
   std::string page = {};           ///< the property page that shows it, by name; empty: none
   std::string control = {};        ///< on that page
-  std::string caption = {};        ///< of the control, without its colon
-  std::string comment = {};        ///< words of the template about it
+  /// Of the control, without its colon; behind that of its frame where other properties have it, too.
+  std::string caption = {};
+  std::string comment = {};  ///< words of the template about it
 };
 
 /// Describes the properties of `control`, a new one that has its defaults, in the order of `ControlProperties`.

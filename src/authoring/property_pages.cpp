@@ -1,7 +1,5 @@
 #include "authoring/property_pages.h"
 
-#include <algorithm>
-
 #include "applet/diagram_applet.h"
 #include "authoring/suggestion.h"
 #include "chart_control/about_box.h"
@@ -9,6 +7,7 @@
 #include "chart_control/diagram_dtc.h"
 #include "chart_control/events_page.h"
 #include "contents/contents_page.h"
+#include "host/ascii.h"
 #include "pages/chart_styles_page.h"
 #include "pages/format_page.h"
 #include "pages/styles_page.h"
@@ -45,19 +44,20 @@ MadePage with_components(PagesSession& session) {
   return std::make_unique<Page>(session.templates.platform.components);
 }
 
+constexpr OwnProperty menu[] = {{"MENU", "cmdMenuBuilder"}, {"USEMENU", "cmdMenuBuilder"}};
+constexpr OwnProperty::Code negative_colors[] = {{"red", "on"}, {"null", "off"}};
+constexpr OwnProperty negative_color[] = {{"negativeForeColor", "chkRedNegativeValues", negative_colors}};
+constexpr OwnProperty contents[] = {{"Contents", "txtContents"}};
+
 constexpr PropertyPageType types[] = {
-    {"Styles", "Styles", chart, with_session<Styles>, Styles::property_rows},
+    {"Styles", "Styles", chart, with_session<Styles>, Styles::property_rows, menu, /*edits_menu=*/true},
     {"ChartStyles", "Chart Styles", chart, alone<ChartStyles>, ChartStyles::property_rows},
-    {"TableStyles", "Table Styles", chart, alone<TableStyles>, TableStyles::property_rows},
+    {"TableStyles", "Table Styles", chart, alone<TableStyles>, TableStyles::property_rows, negative_color},
     {"Format", "Format", chart, with_settings<Format>, Format::property_rows},
-    {"Contents", "Contents", chart, with_templates<Contents>},
+    {"Contents", "Contents", chart, with_templates<Contents>, nullptr, contents},
     {"Events", "Events", any_control, with_templates<Events>},
     {"Custom", "Custom", any_control, with_components<Custom>},
 };
-
-char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-
-bool equal_but_for_case(std::string_view a, std::string_view b) { return std::ranges::equal(a, b, {}, lower, lower); }
 
 }  // namespace
 
@@ -96,10 +96,12 @@ const PropertyPageType& PropertyPages::find(std::string_view name, const LiveCon
 }
 
 std::unique_ptr<PropertyPage> PropertyPages::open(const PropertyPageType& type, LiveControl& control) {
-  // Whoever applies the page "Styles" stores the menu that the builder holds, whether it was opened or not.
-  MenuBuilder& builder = session_.contents.menu_builder;
-  builder.set_menu_document(control.control().GetProperty("MENU"));
-  builder.set_use_custom_menu(!control.control().GetProperty("USEMENU").empty());
+  // Whoever applies such a page stores the menu that the builder holds, whether it was opened or not.
+  if (type.edits_menu) {
+    MenuBuilder& builder = session_.contents.menu_builder;
+    builder.set_menu_document(control.control().GetProperty("MENU"));
+    builder.set_use_custom_menu(!control.control().GetProperty("USEMENU").empty());
+  }
 
   std::unique_ptr<PropertyPage> page = type.make(session_);
   page->select({ObjectRef(ObjectRef(), &control.control())});

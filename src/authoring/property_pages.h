@@ -11,6 +11,18 @@
 
 namespace plexoras {
 
+/// A property that a page shows in a way of its own.
+struct OwnProperty {
+  struct Code {
+    std::string_view value;
+    std::string_view caption;
+  };
+
+  std::string_view name;  ///< of the chart or, where that has none of it, a custom property
+  std::string_view control;
+  std::span<const Code> codes = {};
+};
+
 /// A property page that authors can open for a control.
 struct PropertyPageType {
   std::string_view name;          ///< for command lines and addresses: "ChartStyles"
@@ -19,6 +31,9 @@ struct PropertyPageType {
   std::unique_ptr<PropertyPage> (*make)(PagesSession& session);
   /// The control's own properties that it shows; null where that is up to the template.
   std::span<const PropertyRow> (*properties)() = nullptr;
+  /// Those that it shows beside them.
+  std::span<const OwnProperty> own_properties = {};
+  bool edits_menu = false;  ///< with the menu builder
 };
 
 /// Every property page there is, in the order in which authors see them. Lives as long as the program.
@@ -49,8 +64,8 @@ public:
 
   /// Makes a page and loads it from `control`, which outlives it. What the control raises comes through.
   ///
-  /// The menu builder takes the control's menu. There is one builder, so of the pages that edit menus the one opened
-  /// last can be applied.
+  /// For a page that edits menus, the menu builder takes the control's menu. There is one builder, so of several such
+  /// pages that are open at once only the one opened last can be applied: the others would store its menu.
   std::unique_ptr<PropertyPage> open(const PropertyPageType& type, LiveControl& control);
 
 private:

@@ -1,5 +1,6 @@
 #include "authoring/publisher.h"
 
+#include <algorithm>
 #include <filesystem>
 
 #include "authoring/data_table.h"
@@ -59,10 +60,31 @@ std::string relative_address(const fs::path& to, const fs::path& from) {
 
 }  // namespace
 
-// The text of one control. What its template had to say goes to `told`; any of it is a failure here, since readers
-// would see its traces.
-std::string Publisher::make_text(const Page& page, const ControlRecord& record, const std::string& script,
-                                 std::vector<Diagnostic>& told) {
+// The picture of a chart for its template, or nothing.
+std::string Publisher::make_snapshot(LiveControl& control, const Page& page, const Page::Control& place,
+                                     PublishedFile& result) {
+  if (!draw_ || !place.record.visible) return {};
+  try {
+    const std::optional<ChartPicture> picture = picture_of(control, page.language());
+    if (!picture) return {};
+    std::string element = snapshot_element(draw_(*picture), picture->stamp);
+    ++result.pictures;
+    return element;
+  } catch (const AutomationError& error) {
+    result.problems.push_back({.path = page.path(),
+                               .place = place.place,
+                               .what = "control \"" + place.record.name + "\": no picture: " + error.description(),
+                               .is_warning = true});
+    return {};
+  }
+}
+
+// The text of one control. What its template had to say goes to the diagnostics; any of it is a failure here, since
+// readers would see its traces.
+std::string Publisher::make_text(const Page& page, const Page::Control& place, const std::string& script,
+                                 PublishedFile& result) {
+  const ControlRecord& record = place.record;
+  std::vector<Diagnostic>& told = result.diagnostics;
   const std::size_t told_before = session_.diagnostics.size();
   const std::size_t told_of_others = told.size();
   const auto collect = [&] {
@@ -80,6 +102,7 @@ std::string Publisher::make_text(const Page& page, const ControlRecord& record, 
     }
     const std::string caption = control.GetProperty("CAPTION");
     control.SetProperty("DATATABLE", data_table(live, caption.empty() ? record.name : caption, page.language()));
+    control.SetProperty("SNAPSHOT", make_snapshot(live, page, place, result));
     control.SetProperty("DIAGRAMSCRIPT", script);
     text = control.GetRuntimeTextOnErrorReport();
   } catch (const AutomationError&) {
@@ -87,8 +110,7 @@ std::string Publisher::make_text(const Page& page, const ControlRecord& record, 
     throw;
   }
   if (collect()) {
-    throw AutomationError(RunTimeError::InvalidCall, "its template failed: " + told[told_of_others].what,
-                          "Publisher");
+    throw AutomationError(RunTimeError::InvalidCall, "its template failed: " + told[told_of_others].what, "Publisher");
   }
   return text;
 }
@@ -118,7 +140,7 @@ PublishedFile Publisher::publish_page(const std::string& source, const std::stri
     for (std::size_t i = 0; i < page.controls().size(); ++i) {
       const Page::Control& control = page.controls()[i];
       try {
-        const std::string text = make_text(page, control.record, script, result.diagnostics);
+        const std::string text = make_text(page, control, script, result);
         edit.replace_text(i, text);
         ++result.controls;
         if (!script.empty() && text.find(script) != std::string::npos) {
@@ -141,7 +163,9 @@ PublishedFile Publisher::publish_page(const std::string& source, const std::stri
   } catch (const AutomationError& error) {
     result.problems.push_back({source, {}, error.description()});
   }
-  if (!result.problems.empty()) result.outcome = PublishedFile::Outcome::Failed;
+  const bool failed = std::any_of(result.problems.begin(), result.problems.end(),
+                                  [](const PageProblem& problem) { return !problem.is_warning; });
+  if (failed) result.outcome = PublishedFile::Outcome::Failed;
   return result;
 }
 
@@ -173,7 +197,9 @@ std::vector<PublishedFile> Publisher::publish_scripts() {
                                   "you put it there",
                               "Publisher");
       }
-      if (write(target, read_file(result.source))) result.outcome = PublishedFile::Outcome::Copied;
+      if (write(target, session_.platform.files.read(result.source))) {
+        result.outcome = PublishedFile::Outcome::Copied;
+      }
     } catch (const AutomationError& error) {
       result.problems.push_back({target, {}, error.description()});
       result.outcome = PublishedFile::Outcome::Failed;

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <functional>
 #include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "authoring/page.h"
+#include "authoring/snapshot.h"
 #include "template/template_session.h"
 
 namespace plexoras {
@@ -17,21 +17,24 @@ struct PublishedFile {
     Written,    ///< the target has new bytes
     Unchanged,  ///< the target has these bytes already and was not touched
     Copied,     ///< no page with controls: copied as it is
-    Failed,     ///< at least one control, or the page, has a problem; what could be done was done
+    Failed,     ///< at least one control, or the page, has an error; what could be done was done
   };
   std::string source;
   std::string target = {};
   Outcome outcome = Outcome::Unchanged;
   std::size_t controls = 0;  ///< whose text was made
+  std::size_t pictures = 0;  ///< that were drawn for it
   std::vector<PageProblem> problems = {};
   std::vector<Diagnostic> diagnostics = {};  ///< what the templates had to say about the problems
 };
 
 /// Makes pages for readers: the text of every control is made anew from its state and its template.
 ///
-/// A template finds two custom properties more than the page keeps, for this run alone: DATATABLE, a chart's data as an
-/// HTML table (`data_table`), and DIAGRAMSCRIPT, the address of the script that draws charts, until one control of the
-/// page has used it. The script itself is put beside the pages by `publish_scripts`, once for each site.
+/// A template finds some custom properties more than the page keeps, for this run alone: DATATABLE, a chart's data as
+/// an HTML table (`data_table`); SNAPSHOT, its picture (`snapshot_element`), where pictures are drawn; and
+/// DIAGRAMSCRIPT, the address of the script that draws charts, until one control of the page has used it. The script
+/// itself is put beside the pages by `publish_scripts`, once for each site. A chart whose picture fails goes without
+/// one, which is a warning.
 ///
 /// The same input gives the same bytes. A control that fails keeps the text that readers of the target have of it, so
 /// that a page never shows half a chart; the other controls of the page, and the other pages, come out all the same.
@@ -40,9 +43,10 @@ class Publisher {
 public:
   enum class Writing { Write, DryRun };
 
-  /// `session` outlives the publisher; each template file is read once in its life.
-  explicit Publisher(TemplateSession& session, Writing writing = Writing::Write)
-      : session_(session), writing_(writing) {}
+  /// `session` outlives the publisher; each template file is read once in its life. Without `draw` there are no
+  /// pictures.
+  explicit Publisher(TemplateSession& session, Writing writing = Writing::Write, DrawChart draw = {})
+      : session_(session), writing_(writing), draw_(std::move(draw)) {}
 
   /// Publishes the page `source` to `target`, which may be the same file. Folders are made as needed. `root` is the
   /// folder of the published site that the target is in, where the script goes; empty: the target's own folder.
@@ -53,12 +57,13 @@ public:
   std::vector<PublishedFile> publish_scripts();
 
 private:
-  std::string make_text(const Page& page, const ControlRecord& record, const std::string& script,
-                        std::vector<Diagnostic>& told);
+  std::string make_text(const Page& page, const Page::Control& place, const std::string& script, PublishedFile& result);
+  std::string make_snapshot(LiveControl& control, const Page& page, const Page::Control& place, PublishedFile& result);
   bool write(const std::string& target, std::string_view bytes);
 
   TemplateSession& session_;
   Writing writing_;
+  DrawChart draw_;
   std::set<std::string> scripts_;  // paths of scripts that pages ask for
 };
 

@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <vector>
 
+#include "host/ascii.h"
+
 namespace plexoras {
 namespace {
 
-char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+bool same(char a, char b) { return ascii_lower(a) == ascii_lower(b); }
 
 // How many letters must be inserted, dropped, replaced or swapped with their neighbour.
 std::size_t edits(std::string_view a, std::string_view b) {
@@ -17,9 +19,9 @@ std::size_t edits(std::string_view a, std::string_view b) {
   for (std::size_t i = 1; i <= a.size(); ++i) {
     row[0] = i;
     for (std::size_t j = 1; j <= b.size(); ++j) {
-      const std::size_t change = lower(a[i - 1]) == lower(b[j - 1]) ? 0 : 1;
+      const std::size_t change = same(a[i - 1], b[j - 1]) ? 0 : 1;
       row[j] = std::min({last[j] + 1, row[j - 1] + 1, last[j - 1] + change});
-      const bool swapped = i > 1 && j > 1 && lower(a[i - 1]) == lower(b[j - 2]) && lower(a[i - 2]) == lower(b[j - 1]);
+      const bool swapped = i > 1 && j > 1 && same(a[i - 1], b[j - 2]) && same(a[i - 2], b[j - 1]);
       if (swapped) row[j] = std::min(row[j], before_last[j - 2] + 1);
     }
     before_last.swap(last);

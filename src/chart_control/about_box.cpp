@@ -21,7 +21,10 @@ std::vector<std::string_view> constant_sections(TemplateSession& session, std::s
 AboutBox::AboutBox(TemplateSession& session, std::string_view template_file) {
   caption = "About";
   std::vector<std::string_view> sections = constant_sections(session, template_file);
-  if (sections.empty()) sections = constant_sections(session, template_file = shared_file);
+  if (sections.empty()) {
+    template_file = shared_file;
+    sections = constant_sections(session, template_file);
+  }
   for (const std::string_view section : sections) add_constants(session, template_file, section);
   add<Button>("cmdOK", "OK").on_click = [this] { cmdOK_Click(); };
 }

@@ -5,6 +5,7 @@
 #include "host/hosted_form.h"
 #include "host/platform.h"
 #include "host/property_page.h"
+#include "host/selected_properties.h"
 
 namespace plexoras {
 
@@ -18,8 +19,9 @@ class Custom final : public PropertyPage {
 public:
   /// Makes its form by `components`, as "PlexorasDTC.CustomizerControl"; error 429 when there is none.
   explicit Custom(const ComponentRegistry& components);
+  ~Custom() override { properties_->let_go(); }
 
-  /// Builds the form for the selected control.
+  /// Builds the form for the selected control. After an error the form is empty.
   void SelectionChanged() override;
   /// Has the form store what has been edited, then tells the selected control. Error 5 when a value cannot be
   /// stored. When the control refuses one midway, those stored before it stay, the control is told of them, and the
@@ -27,10 +29,8 @@ public:
   void ApplyChanges() override;
 
 private:
-  class Callbacks;
-
   const ObjectRef customizer_;
-  const std::shared_ptr<Callbacks> callbacks_;
+  const std::shared_ptr<SelectedProperties> properties_;
   FormHost& host_;
 };
 

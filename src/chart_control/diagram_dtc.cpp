@@ -1,5 +1,7 @@
 #include "chart_control/diagram_dtc.h"
 
+#include <utility>
+
 #include "chart_control/chart_component.h"
 #include "host/format_defaults.h"
 #include "template/lookup_table.h"
@@ -59,9 +61,15 @@ void DiagramDTC::create_design_view() {
   if (diagram_ != nullptr || !site_.has_design_view()) return;
   design_view_ = site_.add_child(chart_component::identifier, chart_component::child_name);
   diagram_ = design_view_;
-  view_events_.emplace(design_view_,
-                       [this](std::string_view name, Arguments arguments) { site_.component_event(name, arguments); });
-  site_.show_child(chart_component::child_name, true);
+  try {
+    view_events_.emplace(
+        design_view_, [this](std::string_view name, Arguments arguments) { site_.component_event(name, arguments); });
+    site_.show_child(chart_component::child_name, true);
+  } catch (...) {
+    // A view that is neither heard nor seen would stand in the way of another attempt.
+    ignoring_errors([this] { DestroyObject(); });
+    throw;
+  }
 }
 
 void DiagramDTC::InitObject() {
@@ -73,9 +81,9 @@ void DiagramDTC::InitObject() {
 void DiagramDTC::DestroyObject() {
   if (diagram_ == nullptr) return;
   view_events_.reset();
-  if (design_view_ != nullptr) site_.remove_child(chart_component::child_name);
   diagram_ = nullptr;
-  design_view_ = nullptr;
+  // Last, because the host may fail to remove it.
+  if (std::exchange(design_view_, nullptr) != nullptr) site_.remove_child(chart_component::child_name);
 }
 
 void DiagramDTC::Refresh() {

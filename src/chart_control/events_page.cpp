@@ -11,10 +11,6 @@ namespace {
 constexpr std::string_view detail_table = "EVENTDETAIL";
 constexpr std::string_view list_key = "EVENTS";
 
-std::string stored(AutomationObject& properties, std::string_view key) {
-  return properties.call_with("atGet", {key}).to_text();
-}
-
 }  // namespace
 
 std::string Events::Handler::entry() const { return script.empty() ? event : event + " (script)"; }
@@ -33,7 +29,8 @@ void Events::SelectionChanged() {
   lstEvents_Click();
   handlers_.clear();
 
-  read_events();
+  // A control that fails midway has no events here: storing some of them would take the others out of "EVENTS".
+  handlers_ = read_events();
 
   for (const Handler& handler : handlers_) lstEvents.add(handler.entry());
   const auto same = std::find_if(handlers_.begin(), handlers_.end(),
@@ -45,47 +42,41 @@ void Events::SelectionChanged() {
   }
 }
 
-void Events::read_events() {
+std::vector<Events::Handler> Events::read_events() {
   AutomationObject& control = selected_control();
   const auto constants =
       GetSectionVariables(session_, control.get("templateFile").to_text(), control.get("constSpecSection").to_text());
   const auto keys = lookup_table(*constants, handler_table);
   const auto details = lookup_table(*constants, detail_table);
-  const ObjectRef properties = control.get("CustomProperties").to_object();
+  std::vector<Handler> handlers;
   for (std::int32_t i = 0; i < keys->Count(); ++i) {
     const std::string& event = keys->keyAtIndex(i);
     const std::string& key = keys->valueAtIndex(i);
-    handlers_.push_back({event, key, details->atGet(event), stored(*properties, key)});
+    handlers.push_back({event, key, details->atGet(event), stored(key)});
   }
+  return handlers;
 }
 
 void Events::ApplyChanges() {
-  AutomationObject& control = selected_control();
-  bool has_stored = false;
-  try {
-    store(*control.get("CustomProperties").to_object(), has_stored);
-  } catch (...) {
-    // What was stored before the refusal stays, and is to be saved.
-    if (has_stored) ignoring_errors([&] { control.call("FireCustomPropertyChange"); });
-    throw;
-  }
-  control.call("FireCustomPropertyChange");
+  properties_.store_and_tell([this] { store(); });
 }
 
-void Events::store(AutomationObject& properties, bool& has_stored) {
-  std::string with_script;
+void Events::store() {
   for (Handler& handler : handlers_) {
-    if (handler.is_edited) {
-      properties.call_with("atPut", {handler.key, handler.script});
-      handler.is_edited = false;
-      has_stored = true;
-    }
-    // Somebody else may have stored another script meanwhile.
-    if (!stored(properties, handler.key).empty()) with_script += (with_script.empty() ? "" : " ") + handler.event;
+    if (!handler.is_edited) continue;
+    properties_.call_with("atPut", {handler.key, handler.script});
+    handler.is_edited = false;
+  }
+  // Somebody else may have stored other scripts meanwhile.
+  std::string with_script;
+  for (const Handler& handler : handlers_) {
+    if (!stored(handler.key).empty()) with_script += (with_script.empty() ? "" : " ") + handler.event;
   }
   // A control without events may have a property of that name for something else.
-  if (!handlers_.empty()) properties.call_with("atPut", {list_key, with_script});
+  if (!handlers_.empty()) properties_.call_with("atPut", {list_key, with_script});
 }
+
+std::string Events::stored(std::string_view key) { return properties_.call_with("atGet", {key}).to_text(); }
 
 void Events::lstEvents_Click() {
   const Handler* const handler = selected();
@@ -98,9 +89,12 @@ void Events::lstEvents_Click() {
 void Events::txtScript_Change() {
   Handler* const handler = selected();
   if (handler == nullptr || handler->script == txtScript.text()) return;
-  handler->script = txtScript.text();
   handler->is_edited = true;
-  lstEvents.set_entry(static_cast<std::size_t>(lstEvents.list_index()), handler->entry());
+  for (std::size_t i = 0; i < handlers_.size(); ++i) {
+    if (handlers_[i].key != handler->key) continue;
+    handlers_[i].script = txtScript.text();
+    lstEvents.set_entry(i, handlers_[i].entry());
+  }
   Changed = true;
 }
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "host/property_page.h"
+#include "host/selected_properties.h"
 #include "template/template_session.h"
 
 namespace plexoras {
@@ -17,9 +18,10 @@ namespace plexoras {
 ///     #DEFINE EVENTHANDLER_plexoras-select ONSELECT
 ///     #DEFINE EVENTDETAIL_plexoras-select 'row, column: what the reader has selected.'
 ///
-/// The custom property "EVENTS" lists the events that have a script, in the order of the table, with a blank between
-/// two. The page reaches the selected control by member name alone (`templateFile`, `constSpecSection`,
-/// `CustomProperties`, `FireCustomPropertyChange`), so it serves any control that has custom properties.
+/// Events with the same property share its script. The custom property "EVENTS" lists the events that have a script, in
+/// the order of the table, with a blank between two. The page reaches the selected control by member name alone
+/// (`templateFile`, `constSpecSection`, `CustomProperties`, `FireCustomPropertyChange`), so it serves any control that
+/// has custom properties.
 class Events final : public PropertyPage {
 public:
   static constexpr std::string_view handler_table = "EVENTHANDLER";
@@ -35,7 +37,7 @@ public:
   Label& lblDetail = add<Label>("lblDetail");
 
   /// Shows the scripts of the selected control; the event that was selected before stays so where there is one of that
-  /// name, else the first one is.
+  /// name, else the first one is. After an error the page has no events.
   void SelectionChanged() override;
   /// Stores the scripts that have been edited, and "EVENTS", then tells the selected control. When the control refuses
   /// one midway, those stored before it stay, the control is told of them, and the error comes out.
@@ -55,11 +57,13 @@ private:
     std::string entry() const;
   };
 
-  void read_events();
-  void store(AutomationObject& properties, bool& has_stored);
+  std::vector<Handler> read_events();
+  void store();
+  std::string stored(std::string_view key);
   Handler* selected();
 
   TemplateSession& session_;
+  SelectedProperties properties_{*this};
   std::vector<Handler> handlers_;  // as in the list
 };
 

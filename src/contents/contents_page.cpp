@@ -8,6 +8,7 @@
 namespace plexoras {
 namespace {
 
+constexpr std::string_view page_caption = "Contents";
 // The section of a template that chooses what stands on the page, and its variable.
 constexpr std::string_view choice_section = "DSPROGID";
 
@@ -22,57 +23,66 @@ const Member<Contents> host_members[] = {
     {.name = "SetButtonPressed",
      .call = [](Contents& page, Arguments a) { return page.SetButtonPressed(a[0].to_text()), Variant(); },
      .arguments = 1},
-    {.name = "RaiseChangedEvent",
-     .call = [](Contents& page, Arguments) { return page.RaiseChangedEvent(), Variant(); }},
 };
 
-// A component and, for an input form, the window-spec that describes it.
+// What DSPROGID asks for: a component and, for an input form, the window-spec that describes it.
 struct Choice {
   std::string identifier;
   std::string section = {};
   std::string file = {};
+
+  bool is_form() const { return !section.empty(); }
 };
 
-bool is_window_spec(std::string_view value) { return value.starts_with('['); }
-
+// `value` is that of DSPROGID in `own_file`.
 Choice choice_of(const std::string& value, const std::string& own_file) {
-  if (!is_window_spec(value)) return {.identifier = value};
+  if (!value.starts_with('[')) return {.identifier = value};
   const std::string form(CustomizerControl::identifier);
   const std::size_t end = value.find("]:");
   // Kept: without a file the last character goes, be it a bracket or not.
-  if (end == std::string::npos) return {form, value.substr(1, value.size() - 2), own_file};
-  return {form, value.substr(1, end - 1), value.substr(end + 2)};
+  Choice choice = end == std::string::npos ? Choice{form, value.substr(1, value.size() - 2), own_file}
+                                           : Choice{form, value.substr(1, end - 1), value.substr(end + 2)};
+  if (choice.section.empty() || choice.file.empty()) {
+    throw AutomationError(
+        RunTimeError::InvalidCall,
+        "DSPROGID of " + own_file + " is \"" + value + "\", which names no form; write [SECTION] or [SECTION]:FILE",
+        std::string(page_caption));
+  }
+  return choice;
 }
 
 }  // namespace
 
-/// The page as its components see it. It is also the selected control's dictionary, by way of the control, which may
-/// have taken another one since the component was loaded.
-class Contents::Callbacks final : public AutomationObject {
+/// The page as its components see it: the selected control's dictionary, and the page's own members.
+class Contents::Callbacks final : public SelectedProperties {
 public:
-  explicit Callbacks(Contents& page) : page_(page) {}
+  using SelectedProperties::SelectedProperties;
 
-  Variant get(std::string_view member) override { return page_.custom_properties()->get(member); }
-  void put(std::string_view member, const Variant& value) override { page_.custom_properties()->put(member, value); }
   Variant call(std::string_view member, Arguments arguments) override {
-    if (find_member(host_members, member) == nullptr) return page_.custom_properties()->call(member, arguments);
-    return call_member(page_, host_members, member, arguments, page_.caption);
+    if (find_member(host_members, member) == nullptr) return SelectedProperties::call(member, arguments);
+    return call_member(static_cast<Contents&>(page()), host_members, member, arguments, page_caption);
   }
-
-private:
-  Contents& page_;
 };
 
 Contents::Contents(TemplateSession& templates) : templates_(templates), callbacks_(std::make_shared<Callbacks>(*this)) {
-  caption = "Contents";
+  caption = page_caption;
   lblNoEditor.visible = false;
 }
+
+Contents::~Contents() { callbacks_->let_go(); }
 
 void Contents::SelectionChanged() {
   values_ = Dictionary();
   try {
-    if (hosted_ != nullptr) component().call("Discard");
-    choose();
+    Present present = Present::Stale;
+    if (hosted_ != nullptr) {
+      // Whether it is to stay is not known yet. If it goes, it may raise whatever it likes.
+      ignoring_errors([&] {
+        component().call("Discard");
+        present = Present::Discarded;
+      });
+    }
+    choose(present);
   } catch (...) {
     // What shows another control's values must not be applied to this one.
     put_away();
@@ -80,28 +90,44 @@ void Contents::SelectionChanged() {
   }
 }
 
-void Contents::choose() {
+// `present` is what has become of the component in use.
+void Contents::choose(Present present) {
   const std::string file = selected_control().get("templateFile").to_text();
-  const Dictionary properties = copy_of(*custom_properties());
+  const Dictionary properties = copy_of(*callbacks_);
   const std::string constant = GetSectionConstant(templates_, file, choice_section, choice_section, &properties);
   const std::string wanted(trimmed(constant));
   const Choice choice = choice_of(wanted, file);
+  if (wanted.empty()) return show_nothing("The template of this control names nothing to edit contents with.");
+  if (choice.is_form() && !templates_.files.has_section(choice.file, choice.section)) {
+    return show_nothing("There is no section \"" + choice.section + "\" in " + choice.file + ", which DSPROGID of " +
+                        file + " names.");
+  }
 
   const bool is_kept = hosted_ != nullptr && wanted == chosen_;
-  if (!is_kept) {
-    put_away();
-    lblNoEditor.visible = wanted.empty();
-    if (wanted.empty()) return;
-    hosted_ = &host_of(choice.identifier);
-    chosen_ = wanted;
+  if (!is_kept) put_away();
+  try {
+    if (!is_kept) hosted_ = &host_of(choice.identifier);
+    if (!choice.is_form() && !(is_kept && present == Present::Discarded)) component().call("Discard");
+  } catch (const AutomationError& error) {
+    if (error.number() != RunTimeError::NoSuchMember) throw;
+    throw AutomationError(RunTimeError::CannotCreateObject,
+                          "DSPROGID of " + file + " names \"" + choice.identifier +
+                              "\", which cannot edit contents: " + error.description(),
+                          caption);
   }
-  if (is_window_spec(wanted)) {
+  if (choice.is_form()) {
     // Anew for each control: its properties may change the form, or its template have another one of that name.
     component().call_with("loadWindowSpec", {choice.section, choice.file, ObjectRef(callbacks_)});
-  } else if (!is_kept) {
-    component().call("Discard");
   }
+  chosen_ = wanted;
+  lblNoEditor.visible = false;
   hosted_->visible = hosted_->enabled = true;
+}
+
+void Contents::show_nothing(std::string_view why) {
+  put_away();
+  lblNoEditor.caption = why;
+  lblNoEditor.visible = true;
 }
 
 void Contents::put_away() {
@@ -123,8 +149,8 @@ FormHost& Contents::host_of(std::string_view identifier) {
   const std::shared_ptr<Form> form = form_of(made);
   if (form == nullptr) {
     throw AutomationError(RunTimeError::CannotCreateObject,
-                          "the component \"" + std::string(identifier) + "\", which section " +
-                              std::string(choice_section) + " of the template names, has no form to show",
+                          "The component \"" + std::string(identifier) + "\", which DSPROGID of the template names, " +
+                              "has no form to show",
                           caption);
   }
   made->put("host", ObjectRef(callbacks_));
@@ -137,17 +163,18 @@ FormHost& Contents::host_of(std::string_view identifier) {
 HostedForm& Contents::component() const { return dynamic_cast<HostedForm&>(hosted_->hosted()); }
 
 void Contents::ApplyChanges() {
-  if (hosted_ != nullptr) component().call("Accept");
-  for (std::int32_t i = 0; i < values_.Count(); ++i) {
-    custom_properties()->call_with("atPut", {values_.keyAtIndex(i), value_from_transit(values_.valueAtIndex(i))});
-  }
-  values_ = Dictionary();
-  selected_control().call("FireCustomPropertyChange");
+  callbacks_->store_and_tell([this] {
+    if (hosted_ != nullptr) component().call("Accept");
+    for (std::int32_t i = 0; i < values_.Count(); ++i) {
+      callbacks_->call_with("atPut", {values_.keyAtIndex(i), value_from_transit(values_.valueAtIndex(i))});
+    }
+    values_ = Dictionary();
+  });
 }
 
 std::string Contents::GetValue(std::string_view key) {
   if (values_.includes(key, Dictionary::EmptyValues::Keep)) return values_.atGet(key);
-  return value_in_transit(custom_properties()->call_with("atGet", {key}).to_text());
+  return value_in_transit(callbacks_->call_with("atGet", {key}).to_text());
 }
 
 void Contents::setValue(std::string_view key, std::string_view text) {
@@ -156,14 +183,16 @@ void Contents::setValue(std::string_view key, std::string_view text) {
 
 void Contents::SetButtonPressed(std::string_view document) {
   AutomationObject& control = selected_control();
-  const ObjectRef chart = control.get("getDiagram").to_object();
-  if (chart->call_with("isValidXmlContents", {document}).to_boolean()) {
+  const Variant shown = control.get("getDiagram");
+  if (shown.is_nothing() || shown == Variant(ObjectRef())) {
+    throw AutomationError(RunTimeError::ObjectNotSet, "The control shows no chart in which contents could be set",
+                          caption);
+  }
+  if (shown.to_object()->call_with("isValidXmlContents", {document}).to_boolean()) {
     control.put("XmlContents", document);
   } else {
     templates_.platform.show_message("Cannot show malformatted XML");
   }
 }
-
-ObjectRef Contents::custom_properties() const { return selected_control().get("CustomProperties").to_object(); }
 
 }  // namespace plexoras

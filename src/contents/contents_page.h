@@ -6,6 +6,7 @@
 
 #include "host/hosted_form.h"
 #include "host/property_page.h"
+#include "host/selected_properties.h"
 #include "template/dictionary.h"
 #include "template/template_session.h"
 
@@ -14,12 +15,14 @@ namespace plexoras {
 /// The property page for a chart's data. What stands on it is the choice of the control's template, as the variable
 /// "DSPROGID" of the section of that name, where the custom properties are variables too:
 ///
-///     #DEFINE DSPROGID PlexorasDTC.DsContentsComponent    the component with this identifier
-///     #DEFINE DSPROGID [DATA_SPEC]                        the input form that section DATA_SPEC of the template
-///     describes #DEFINE DSPROGID [DATA_SPEC]:OTHER.DAT              the same from another template file
+/// | DSPROGID | on the page |
+/// |---|---|
+/// | `PlexorasDTC.DsContentsComponent` | the component with this identifier |
+/// | `[DATA_SPEC]` | the input form that section DATA_SPEC of the template describes |
+/// | `[DATA_SPEC]:OTHER.DAT` | the same from another template file |
 ///
-/// A template that names nothing has a page that says so. The components come from the platform's registry and stay on
-/// the page, hidden and disabled while another one is in use.
+/// A template that names nothing, or a section that there is not, has a page that says so. The components come from the
+/// platform's registry and stay on the page, hidden and disabled while another one is in use.
 ///
 /// The page is the host that the components call back. It keeps the values they give it until it is applied, and then
 /// writes them into the custom properties: plain, so that the property "Contents" is the contents document itself, byte
@@ -29,14 +32,17 @@ class Contents final : public PropertyPage {
 public:
   /// `templates` outlives the page.
   explicit Contents(TemplateSession& templates);
+  ~Contents() override;
 
-  /// Shows where the template names nothing.
-  Label& lblNoEditor = add<Label>("lblNoEditor", "The template of this control names nothing to edit contents with.");
+  /// Says why nothing else stands on the page, where nothing does.
+  Label& lblNoEditor = add<Label>("lblNoEditor");
 
-  /// Drops what has not been applied, and shows the selected control's values in what its template chooses. Error 429
-  /// when there is no such component, or none that has a form. After an error the page is empty.
+  /// Drops what has not been applied, and shows the selected control's values in what its template chooses. Error 5
+  /// when DSPROGID begins with "[" and lacks the name of a section or of a file; 429 when there is no such component,
+  /// or none that has a form and edits values. After an error the page is empty.
   void SelectionChanged() override;
-  /// Has the component store what was edited, writes it, and tells the selected control.
+  /// Has the component store what was edited, writes it, and tells the selected control. When the control refuses
+  /// something midway, what was stored before stays, the control is told of it, and the error comes out.
   void ApplyChanges() override;
 
   /// The value that was set under `key` since, or the custom property; see "contents/value_store.h" for its form.
@@ -44,16 +50,16 @@ public:
   /// Takes a value in that form, to be written when the page is applied.
   void setValue(std::string_view key, std::string_view text);
   /// Shows `document`, which is plain, in the chart, without storing it. Other text than a contents document is told in
-  /// a message box and changes nothing.
+  /// a message box and changes nothing. Error 91 when the control shows no chart.
   void SetButtonPressed(std::string_view document);
-  /// Something was edited.
-  void RaiseChangedEvent() { Changed = true; }
 
 private:
   class Callbacks;
 
-  ObjectRef custom_properties() const;
-  void choose();
+  enum class Present { Discarded, Stale };
+
+  void choose(Present present);
+  void show_nothing(std::string_view why);
   void put_away();
   FormHost& host_of(std::string_view identifier);
   HostedForm& component() const;

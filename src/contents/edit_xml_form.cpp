@@ -1,6 +1,7 @@
 #include "contents/edit_xml_form.h"
 
 #include <string_view>
+#include <utility>
 
 #include "contents/table_contents.h"
 
@@ -40,16 +41,19 @@ void EditXmlForm::Form_Load() {
   place.placement = {.left = 10, .top = 10};  // Kept: as wide and high as the dialog inside, and so reaching beyond it
   table_->put("host", ObjectRef(std::make_shared<TableEvents>(*this)));
 
+  unread_table_.reset();
   if (value_.empty()) return;
   if (table_->call_with("IsWellFormed", {value_}).to_boolean()) {
     table_->call_with("LoadDocument", {value_});
   } else {
+    unread_table_ = table_->call("GetDocument").to_text();
     platform_.show_message("The current content is not a well formatted XML and cannot be edited.");
   }
 }
 
 void EditXmlForm::table_Accept() {
-  value_ = table_->call("GetDocument").to_text();
+  std::string document = table_->call("GetDocument").to_text();
+  if (document != unread_table_) value_ = std::move(document);
   close();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -27,7 +28,8 @@ public:
   const std::string& value() const { return value_; }
   void set_value(std::string document) { value_ = std::move(document); }
 
-  /// Text that is no contents document is told in a message box. The table is empty then.
+  /// Text that is no contents document is told in a message box. The table is empty then, and accepting it takes it
+  /// only if it was edited.
   void Form_Load() override;
 
 private:
@@ -38,7 +40,8 @@ private:
 
   const Platform& platform_;
   std::string value_;
-  ObjectRef table_;  // the table editor while the dialog has one
+  ObjectRef table_;                          // the table editor while the dialog has one
+  std::optional<std::string> unread_table_;  // the document of the empty table where it does not show the value
 };
 
 }  // namespace plexoras

@@ -27,8 +27,13 @@ private:
   Handler handler_;
 };
 
+ComponentEvents::ComponentEvents(ObjectRef component, std::shared_ptr<Sink> sink)
+    : component_(std::move(component)), sink_(std::move(sink)) {}
+
+// The object is complete before the component has the sink. So when the component keeps it and raises all the same,
+// the destructor runs and takes it back.
 ComponentEvents::ComponentEvents(ObjectRef component, Handler handler)
-    : component_(std::move(component)), sink_(std::make_shared<Sink>(std::move(handler))) {
+    : ComponentEvents(std::move(component), std::make_shared<Sink>(std::move(handler))) {
   try {
     component_->call_with(event_member, {ObjectRef(sink_)});
   } catch (const AutomationError& error) {

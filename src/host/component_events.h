@@ -19,7 +19,8 @@ public:
   /// What it raises comes through to the component.
   using Handler = std::function<void(std::string_view event, Arguments arguments)>;
 
-  /// The component, which is not null, is held until this goes.
+  /// The component, which is not null, is held until this goes. What it raises, but for error 438, comes out, and
+  /// `handler` is not called then, even if the component has kept the event object.
   ComponentEvents(ObjectRef component, Handler handler);
   /// Takes the event object back: the component calls nothing from then on, and what it raises there is ignored.
   ~ComponentEvents();
@@ -28,6 +29,8 @@ public:
 
 private:
   class Sink;
+
+  ComponentEvents(ObjectRef component, std::shared_ptr<Sink> sink);
 
   ObjectRef component_;
   std::shared_ptr<Sink> sink_;

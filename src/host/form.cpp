@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "host/hosted_form.h"
 #include "host/while_set.h"
 
 namespace plexoras {
@@ -199,12 +198,16 @@ void Form::ShowModal(const Platform& platform) {
 FormHost::FormHost(ControlContainer& container, std::string name, std::shared_ptr<Form> hosted)
     : FormControl(container, std::move(name)), hosted_(std::move(hosted)) {
   if (hosted_ == nullptr) throw AutomationError(RunTimeError::ObjectNotSet, {}, this->name());
+  if (hosted_->enclosing_control_ != nullptr) {
+    throw AutomationError(RunTimeError::InvalidCall,
+                          "The form stands in \"" + hosted_->enclosing_control_->name() + "\" already", this->name());
+  }
   hosted_->enclosing_control_ = this;
 }
 
 FormHost::~FormHost() {
   hosted_->enclosing_control_ = nullptr;
-  if (auto* const component = dynamic_cast<HostedForm*>(hosted_.get())) component->host = nullptr;
+  hosted_->leave_host();
 }
 
 }  // namespace plexoras

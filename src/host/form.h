@@ -270,6 +270,9 @@ public:
 
   /// Called by `ShowModal` each time before the form shows. It may close the form.
   virtual void Form_Load() {}
+  /// Called by the `FormHost` in which the form stood, when that goes: drops whatever belongs to the host's form, which
+  /// may go as well. The form may live on, and stand in another host.
+  virtual void leave_host() {}
 
 private:
   bool is_open_ = false;
@@ -278,8 +281,8 @@ private:
 /// The place on a form where another form shows, such as the editor component of a page.
 class FormHost final : public FormControl {
 public:
-  /// `hosted` must stand in no other host; it is held as long as this control. A `HostedForm` then loses its `host`,
-  /// which need not live longer.
+  /// `hosted` is held as long as this control, which then calls its `leave_host`. Error 5 when it stands in another
+  /// host, 91 for a null one.
   FormHost(ControlContainer& container, std::string name, std::shared_ptr<Form> hosted);
   ~FormHost() override;
   std::string_view kind() const override { return "FormHost"; }

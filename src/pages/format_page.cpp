@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "host/ascii.h"
 #include "host/format_defaults.h"
 
 namespace plexoras {
@@ -42,11 +43,6 @@ std::string_view code_of(std::string_view text) {
 std::string_view name_of(std::string_view entry) {
   const std::size_t dash = entry.find('-');
   return dash == std::string_view::npos ? entry : entry.substr(dash + 1);
-}
-
-bool equal_but_for_case(std::string_view a, std::string_view b) {
-  const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-  return std::ranges::equal(a, b, {}, lower, lower);
 }
 
 // The first entry that is meant, or -1.

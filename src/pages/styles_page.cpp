@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "host/ascii.h"
 #include "template/ini_section.h"
 
 namespace plexoras {
@@ -55,13 +56,6 @@ enum : std::int32_t { Histogram = 0, Table = 9, CumulativeHistogram = 10, HeatTa
 
 std::string_view yes_or_empty(bool flag) { return flag ? "Yes" : ""; }
 
-std::string upper_case(std::string text) {
-  for (char& c : text) {
-    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-  }
-  return text;
-}
-
 }  // namespace
 
 Styles::Styles(PagesSession& session) : session_(session), bindings_(*this, rows) {
@@ -100,7 +94,7 @@ void Styles::ApplyChanges() {
 }
 
 bool Styles::supports_menus() const {
-  return upper_case(selected_control().call_with("GetProperty", {"HASMENU"}).to_text()) != "FALSE";
+  return !equal_but_for_case(selected_control().call_with("GetProperty", {"HASMENU"}).to_text(), "false");
 }
 
 void Styles::fill_font_lists() {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "host/while_set.h"
 #include "template/dictionary.h"
 
 namespace plexoras {
@@ -23,24 +24,30 @@ const Row members[] = {
      .arguments = 3},
     {.name = "Accept", .call = [](CustomizerControl& c, Arguments) { return c.Accept(), Variant(); }},
     {.name = "Discard", .call = [](CustomizerControl& c, Arguments) { return c.Discard(), Variant(); }},
+    {.name = "Clear", .call = [](CustomizerControl& c, Arguments) { return c.Clear(), Variant(); }},
 };
 
 }  // namespace
 
 void CustomizerControl::loadWindowSpec(std::string_view section, std::string_view file, ObjectRef values) {
   if (values == nullptr) throw AutomationError(RunTimeError::ObjectNotSet, {}, std::string(identifier));
-  clear();
+  Clear();
   try {
     build(read_window_spec(session_, file, section, copy_of(*values)));
     values_ = std::move(values);
     Discard();
   } catch (...) {
-    clear();
+    Clear();
     throw;
   }
 }
 
-void CustomizerControl::clear() {
+void CustomizerControl::leave_host() {
+  HostedForm::leave_host();
+  Clear();  // the values may belong to whoever hosted it
+}
+
+void CustomizerControl::Clear() {
   items_.clear();
   remove_controls();
   values_ = nullptr;
@@ -114,10 +121,15 @@ void CustomizerControl::update() {
 
 // As it is in the form or, of a setting that has no control here, as it is stored.
 std::string CustomizerControl::current_value(const std::string& key) {
-  for (const Item& item : items_) {
-    if (item.field != nullptr && item.field->key() == key) return item.field->value();
-  }
+  if (const CustomizerField* const field = find_field(key)) return field->value();
   return values_->call_with("atGet", {key}).to_text();
+}
+
+CustomizerField* CustomizerControl::find_field(std::string_view key) const {
+  for (const Item& item : items_) {
+    if (item.field != nullptr && item.field->key() == key) return item.field.get();
+  }
+  return nullptr;
 }
 
 // Whether the present values call for the field, and for the group that it stands in.
@@ -134,20 +146,27 @@ void CustomizerControl::Accept() {
     if (!problem.empty() && shows(*item.field))
       throw AutomationError(RunTimeError::InvalidCall, problem, std::string(identifier));
   }
+  struct Edit {
+    std::string key;
+    std::string value;
+  };
+  std::vector<Edit> edits;
   for (const Item& item : items_) {
     if (item.field == nullptr || !item.field->is_edited() || !item.field->problem().empty()) continue;
-    values_->call_with("atPut", {item.field->key(), item.field->value()});
-    item.field->keep();
+    edits.push_back({item.field->key(), item.field->value()});
+  }
+  // Who takes a value may have the form built anew, so the fields are looked up again each time.
+  const ObjectRef values = values_;
+  for (const Edit& edit : edits) {
+    values->call_with("atPut", {edit.key, edit.value});
+    CustomizerField* const field = find_field(edit.key);
+    if (field != nullptr && field->value() == edit.value) field->keep();
   }
 }
 
 void CustomizerControl::Discard() {
   // Loading is no edit.
-  struct Loading {
-    bool& loading;
-    ~Loading() { loading = false; }
-  } const guard{loading_};
-  loading_ = true;
+  const WhileSet loading(loading_);
   for (const Item& item : items_) {
     if (item.field != nullptr) item.field->load(values_->call_with("atGet", {item.field->key()}).to_text());
   }

@@ -46,6 +46,9 @@ public:
   void Accept();
   /// Shows the stored values again.
   void Discard();
+  /// Empties the form and lets go of its values, as leaving its host does.
+  void Clear();
+  void leave_host() override;
 
   Variant get(std::string_view member) override;
   void put(std::string_view member, const Variant& value) override;
@@ -54,7 +57,6 @@ public:
 private:
   struct Item;
 
-  void clear();
   void build(const std::vector<WindowSpecEntry>& entries);
   void add_label(ControlContainer& container, const std::string& name, const std::string& text, Item& item);
   void add_setting(ControlContainer& container, const WindowSpecEntry& entry, Item& item);
@@ -62,6 +64,7 @@ private:
   void update();
   bool shows(CustomizerField& field) const;
   std::string current_value(const std::string& key);
+  CustomizerField* find_field(std::string_view key) const;
 
   // What shows together, under one condition.
   struct Item {

@@ -18,12 +18,13 @@ struct SourceLocation {
   std::size_t column = 0;
 };
 
-/// A definition that a run over a section has made, or a line that failed in it.
+/// A definition that a run over a section has made, or a line that is none: one that failed, or text.
 struct Definition {
-  std::string name;          ///< empty for a line that failed
-  SourceLocation value;      ///< where its value begins in its file; for a line that a macro made, the call's place
-  std::string source_line;   ///< the line at `value`, as it stands in its file
-  std::string failure = {};  ///< what is wrong with the line, which has had no effect
+  std::string name;         ///< empty for a line that is no definition
+  SourceLocation value;     ///< where its value or text begins; for a line that a macro made, the call's place
+  std::string source_line;  ///< the line at `value`, as it stands in its file
+  /// What is wrong with a line that failed, and has had no effect. Empty for a line of text.
+  std::string failure = {};
 };
 
 /// What went wrong in a template, where, and which inclusions and macro calls led there.

@@ -59,6 +59,7 @@ public:
   /// Has the runs to come serve a reader who wants each definition with its place: they are noted in `to`, which
   /// outlives the runs, in the order made. One with an empty value is stored, too. A line that fails does not end the
   /// run: it is noted, described in the session's `diagnostics`, and left out; a condition that fails does not hold.
+  /// Lines of text are noted as well, unless they are empty.
   void note_definitions(std::vector<Definition>& to) { definitions_ = &to; }
 
   /// Has the runs to come stop before their first line of text or macro call, as behind a `#HALT`.

@@ -125,7 +125,7 @@ bool Preprocessor::run(SourceText source, std::string& output) {
 void Preprocessor::process() {
   bool last_was_plain = true;
   for (;;) {
-    if (last_was_plain && !step_mode_) {
+    if (last_was_plain && !step_mode_ && definitions_ == nullptr) {
       const std::string_view plain = input_->take_plain_lines();
       if (!skipping()) *output_ += plain;
     }
@@ -197,7 +197,9 @@ void Preprocessor::handle_line(std::string_view line) {
 
 // Whether the line held no reference.
 bool Preprocessor::emit(std::string_view line) {
+  const std::size_t begin = output_->size();
   const bool is_plain = !references_.substitute(line, *output_);
+  if (definitions_ != nullptr) note_text(std::string_view(*output_).substr(begin), line);
   output_->append(line_break);
   return is_plain;
 }
@@ -209,12 +211,21 @@ void Preprocessor::call(std::string_view line) {
   if (expansion_.empty()) return;
   session_.charge(expansion_.size());
   if (!step_mode_ && is_plain_line(expansion_)) {
+    if (definitions_ != nullptr) note_text(expansion_, line);
     input_->pass_plain_line(expansion_);
     output_->append(expansion_).append(line_break);
     return;
   }
   check_depth();
   input_->push_expansion(expansion_, line);
+}
+
+// `line` is the one read that gives the text.
+void Preprocessor::note_text(std::string_view text, std::string_view line) {
+  if (text.find_first_not_of(' ') == std::string_view::npos) return;
+  const SourceLocation where = input_->location(left_trimmed(line).data());
+  // The words about a file that is missing stand in none, and that it is missing has been told.
+  if (!where.path.empty()) definitions_->push_back({{}, where, input_->source_line(where)});
 }
 
 void Preprocessor::halt(std::string_view rest) {

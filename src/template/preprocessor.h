@@ -32,8 +32,8 @@ public:
   Preprocessor(const Preprocessor&) = delete;
   Preprocessor& operator=(const Preprocessor&) = delete;
 
-  /// Has every `#DEFINE` and `#MACRO` of the run noted in `to`, those with empty values stored, and lines that fail
-  /// noted and passed over; see `IniSection`. Null: none of this.
+  /// Has every `#DEFINE` and `#MACRO` of the run noted in `to`, those with empty values stored, lines that fail noted
+  /// and passed over, and lines of text noted; see `IniSection`. Null: none of this.
   void note_definitions(std::vector<Definition>* to) { definitions_ = to; }
 
   /// Has the run stop before its first line of text or macro call, as behind a `#HALT`.
@@ -66,6 +66,7 @@ private:
   void handle_line(std::string_view line);
   bool emit(std::string_view line);
   void call(std::string_view line);
+  void note_text(std::string_view text, std::string_view line);
 
   void halt(std::string_view rest);
   void include(std::string_view rest);

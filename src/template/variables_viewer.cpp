@@ -34,11 +34,9 @@ void VariablesViewer::lstVars_Click() {
 }
 
 void VariablesViewer::cmbShow_Click() {
-  Dictionary none;
-  HaltRequest halted;
-  halted.variables = variables_ == nullptr ? &none : variables_;
-  halted.template_file = template_file_;
-  txtMessage.set_text(try_template_text(platform_, halted, txtCommand.text()).text);
+  const Dictionary none;
+  const Dictionary& variables = variables_ == nullptr ? none : *variables_;
+  txtMessage.set_text(try_template_text(platform_, variables, template_file_, txtCommand.text()).text);
 }
 
 void VariablesViewer::cmbNext_Click() {

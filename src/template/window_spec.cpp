@@ -1,11 +1,11 @@
 #include "template/window_spec.h"
 
 #include <algorithm>
+#include <set>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
-#include "host/text_lines.h"
 #include "template/ini_section.h"
 #include "template/window_spec_line.h"
 
@@ -27,23 +27,29 @@ public:
     loaded.SetVariables(values_);
     loaded.Read(file_, section_);
     // The one run: a section without text would be run anew each time that it is asked for something.
-    const std::string& text = loaded.GetContents();
+    loaded.Preprocess();
     variables_ = &loaded.present_variables();
-    tell_of_text(text);
 
     for (const Definition& made : definitions_) last_made_[made.name] = &made;
     std::unordered_set<std::string_view> added;
     for (const Definition& made : definitions_) {
-      if (!made.failure.empty()) {
-        add_failed(made);
+      if (made.name.empty()) {
+        add_unreadable_line(made);
       } else if (variables_->includes(made.name, Dictionary::EmptyValues::Keep) && added.insert(made.name).second) {
         add(made.name, variables_->atGet(made.name));
       }
     }
-    for (const WindowSpecName& name : comments_) attach_comment(name);
-    for (Pending& pending : pending_) check_condition(pending);
+    for (Pending& pending : pending_) {
+      if (pending.is_comment) attach_comment(pending);
+      if (pending.entry.kind == Kind::Setting) settings_.insert(pending.entry.key);
+    }
     std::vector<WindowSpecEntry> entries;
-    for (Pending& pending : pending_) entries.push_back(std::move(pending.entry));
+    for (Pending& pending : pending_) {
+      if (pending.is_comment) continue;  // it is with its entry
+      const std::string fault = check_condition(pending);
+      entries.push_back(std::move(pending.entry));
+      if (!fault.empty()) entries.push_back(unreadable(next_unreadable_name(), fault));
+    }
     return entries;
   }
 
@@ -51,19 +57,20 @@ private:
   struct Pending {
     WindowSpecEntry entry;
     std::size_t condition_at = 0;
+    bool is_comment = false;  // words about the entry with its key, and none itself
   };
 
   void add(const std::string& written, const std::string& value) {
     const WindowSpecName name = parse_window_spec_name(written);
     if (name.role == Role::Helper) return;
-    if (name.role == Role::Comment) return comments_.push_back(name);
     Pending pending;
+    pending.is_comment = name.role == Role::Comment;
     pending.entry.key = name.key;
-    pending.entry.kind = name.kind;
+    pending.entry.kind = pending.is_comment ? Kind::Message : name.kind;
     pending.entry.name = written;
     try {
       if (name.role == Role::Misnamed) throw WindowSpecFault{0, names_no_entry(written)};
-      read_window_spec_line(value, constants(), pending.entry, pending.condition_at);
+      if (!pending.is_comment) read_window_spec_line(value, constants(), pending.entry, pending.condition_at);
     } catch (const WindowSpecFault& fault) {
       pending.entry = unreadable(written, tell(written, value, fault));
       pending.entry.key = name.key;
@@ -71,11 +78,18 @@ private:
     pending_.push_back(std::move(pending));
   }
 
-  // A line that makes no definition stands under a name of its own.
-  void add_failed(const Definition& line) {
-    const std::string name = "UNREADABLE_" + std::to_string(++failed_lines_);
-    pending_.push_back({unreadable(name, to_text(line.value) + ": " + line.failure)});
+  // A line that makes no definition stands under a name of its own. Where it failed, that has been told. Text is what a
+  // line without its #DEFINE is taken for.
+  void add_unreadable_line(const Definition& line) {
+    constexpr std::size_t most_lines = 100;  // a text that was never meant for a form may have any number
+    if (unreadable_lines_ == most_lines) return;
+    const std::string what = !line.failure.empty()
+                                 ? to_text(line.value) + ": " + line.failure
+                                 : tell(line, 0, std::string(text_in_window_spec) + "; begin it with #DEFINE");
+    pending_.push_back({unreadable(next_unreadable_name(), what)});
   }
+
+  std::string next_unreadable_name() { return "UNREADABLE_" + std::to_string(++unreadable_lines_); }
 
   static WindowSpecEntry unreadable(const std::string& name, std::string text) {
     WindowSpecEntry entry;
@@ -85,83 +99,49 @@ private:
     return entry;
   }
 
-  void attach_comment(const WindowSpecName& comment) {
-    const std::string name = std::string(comment.key) + "_COMMENT";
-    const auto about =
-        std::find_if(pending_.begin(), pending_.end(), [&](const Pending& p) { return p.entry.key == comment.key; });
-    if (about != pending_.end()) {
-      about->entry.comment = variables_->atGet(name);
-    } else {
-      tell(name, variables_->atGet(name), {0, comments_on_no_entry(comment.key)});
-    }
-  }
-
-  void check_condition(Pending& pending) {
-    if (!pending.entry.condition) return;
-    const std::string& key = pending.entry.condition->key;
-    const bool is_setting = std::any_of(pending_.begin(), pending_.end(), [&](const Pending& p) {
-      return p.entry.key == key && p.entry.kind == Kind::Setting;
+  void attach_comment(Pending& comment) {
+    const std::string name = comment.entry.name;
+    const std::string words = variables_->atGet(name);
+    const auto about = std::find_if(pending_.begin(), pending_.end(), [&](const Pending& p) {
+      return !p.is_comment && p.entry.key == comment.entry.key;
     });
-    if (is_setting || values_.includes(key, Dictionary::EmptyValues::Keep)) return;
-    tell(pending.entry.name, variables_->atGet(pending.entry.name),
-         {pending.condition_at, depends_on_no_setting(key) + "; it is left out"});
+    if (about != pending_.end()) {
+      about->entry.comment = words;
+    } else {
+      comment = {unreadable(name, tell(name, words, {0, comments_on_no_entry(comment.entry.key)}))};
+    }
+  }
+
+  // An entry that depends on nothing shows always. What is wrong, or the empty text.
+  std::string check_condition(Pending& pending) {
+    if (!pending.entry.condition) return {};
+    const std::string key = pending.entry.condition->key;
+    if (settings_.contains(key) || values_.includes(key, Dictionary::EmptyValues::Keep)) return {};
     pending.entry.condition.reset();
+    return tell(pending.entry.name, variables_->atGet(pending.entry.name),
+                {pending.condition_at, depends_on_no_setting(key) + "; it is left out"});
   }
 
-  // Text is what a line without its #DEFINE is taken for.
-  void tell_of_text(std::string_view text) {
-    bool is_missing = false;  // which has been told already
-    const SourceText source = session_.files.section(file_, section_, &is_missing);
-    const std::size_t first = is_missing ? std::string_view::npos : text.find_first_not_of(" \r\n");
-    if (first == std::string_view::npos) return;
-    const std::size_t line_break = text.substr(0, first).rfind('\n');
-    const std::size_t begin = line_break == std::string_view::npos ? 0 : line_break + 1;
-    Diagnostic diagnostic;
-    diagnostic.what = std::string(text_in_window_spec) + "; begin it with #DEFINE";
-    diagnostic.source_line = text.substr(begin, text.find('\r', first) - begin);
-    diagnostic.where = place_of(diagnostic.source_line, source);
-    diagnostic.where.column = first - begin + 1;
-    session_.diagnostics.push_back(std::move(diagnostic));
-  }
-
-  // Where `wanted` stands as a line of the section; line 0 when it came from elsewhere.
-  SourceLocation place_of(std::string_view wanted, const SourceText& source) const {
-    SourceLocation place{std::string(file_), std::string(section_), 0, 0};
-    TextLines lines(source.text);
-    std::size_t line_number = 0;
-    auto mark = source.marks == nullptr ? nullptr : source.marks->data();
-    const auto marks_end = mark == nullptr ? nullptr : mark + source.marks->size();
-    while (const auto line = lines.next()) {
-      const auto offset = static_cast<std::size_t>(line->data() - source.text.data());
-      for (; mark != marks_end && mark->offset <= offset; ++mark) {
-        place.path = mark->path;
-        line_number = mark->line;
-      }
-      if (*line == wanted) {
-        place.line = line_number;
-        break;
-      }
-      ++line_number;
-    }
-    return place;
-  }
-
-  // Notes a diagnostic and gives it as one line.
+  // Notes a diagnostic about the entry `name` and gives it as one line.
   std::string tell(const std::string& name, std::string_view value, const WindowSpecFault& fault) {
+    const auto found = last_made_.find(name);
+    if (found == last_made_.end()) return tell({}, 0, fault.what);
+    const std::string_view line = found->second->source_line;
+    const std::size_t begin = std::min(found->second->value.column - 1, line.size());
+    const std::size_t quote = line.substr(begin).starts_with('\'') || line.substr(begin).starts_with('"') ? 1 : 0;
+    // Where references have made another text of the value, its beginning has to do.
+    const bool stands_there = line.substr(begin + quote).starts_with(value.substr(0, fault.offset));
+    return tell(*found->second, quote + (stands_there ? fault.offset : 0), fault.what);
+  }
+
+  // The same at `offset` behind where the value or the text of the line begins.
+  std::string tell(const Definition& made, std::size_t offset, const std::string& what) {
     Diagnostic diagnostic;
-    diagnostic.what = fault.what;
-    if (const auto found = last_made_.find(name); found != last_made_.end()) {
-      const Definition* const made = found->second;
-      diagnostic.where = made->value;
-      diagnostic.source_line = made->source_line;
-      const std::string_view line = made->source_line;
-      std::size_t begin = std::min(made->value.column - 1, line.size());
-      if (line.substr(begin).starts_with('\'') || line.substr(begin).starts_with('"')) ++begin;
-      // Where references have made another text of the value, its beginning has to do.
-      const bool stands_there = line.substr(begin).starts_with(value.substr(0, fault.offset));
-      diagnostic.where.column = begin + (stands_there ? fault.offset : 0) + 1;
-    }
-    std::string text = to_text(diagnostic.where) + ": " + diagnostic.what;
+    diagnostic.what = what;
+    diagnostic.where = made.value;
+    diagnostic.where.column += offset;
+    diagnostic.source_line = made.source_line;
+    std::string text = to_text(diagnostic.where) + ": " + what;
     session_.diagnostics.push_back(std::move(diagnostic));
     return text;
   }
@@ -181,8 +161,8 @@ private:
   const Dictionary* variables_ = nullptr;
   std::shared_ptr<Dictionary> constants_;
   std::vector<Pending> pending_;
-  std::vector<WindowSpecName> comments_;
-  std::size_t failed_lines_ = 0;
+  std::set<std::string> settings_;
+  std::size_t unreadable_lines_ = 0;
 };
 
 }  // namespace

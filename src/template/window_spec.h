@@ -54,8 +54,9 @@ struct WindowSpecEntry {
 /// preprocessing it once with `values` as variables.
 ///
 /// What cannot be read is told in the session's diagnostics, with its place, and stands as `Unreadable` between the
-/// others; a line that is no definition has the name "UNREADABLE_1" and so on. A section that is missing has no
-/// entries. Error 75 when the file cannot be read.
+/// others, a condition behind the entry that it was for. What is no definition of its own has the name "UNREADABLE_1"
+/// and so on, of lines the first hundred. A section that is missing has no entries. Error 75 when the file cannot be
+/// read.
 std::vector<WindowSpecEntry> read_window_spec(TemplateSession& session, std::string_view file, std::string_view section,
                                               const Dictionary& values);
 

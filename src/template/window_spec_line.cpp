@@ -1,6 +1,7 @@
 #include "template/window_spec_line.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <utility>
 
@@ -180,6 +181,7 @@ std::pair<int, int> read_pixels(std::string_view text, char separator, std::stri
 }
 
 void read_condition(std::string_view text, WindowSpecEntry& entry, bool negated) {
+  if (entry.condition) throw Fault{text, "an entry has one condition; remove the other"};
   const std::size_t equals = find_separator(text, '=');
   if (equals == std::string_view::npos || trimmed(text.substr(0, equals)).empty()) {
     throw Fault{text, "the condition needs a setting and its values; write when KEY=value;value"};
@@ -251,13 +253,17 @@ std::size_t read_type(const std::vector<std::string_view>& pieces, const Diction
 
 void read_options(const std::vector<std::string_view>& pieces, std::size_t first, WindowSpecEntry& entry,
                   std::string_view& condition) {
+  std::array<bool, std::size(options)> is_given = {};
   for (std::size_t i = first; i < pieces.size(); ++i) {
-    const OptionRow* option = find_option(pieces[i]);
+    const OptionRow* const option = find_option(pieces[i]);
     if (option == nullptr) {
       std::string known;
       for (const OptionRow& row : options) known += (known.empty() ? "" : ", ") + std::string(row.word);
       throw Fault{pieces[i], "there is no option " + quoted(pieces[i]) + "; known: " + known +
                                  " (a \"|\" in a text is written \\|)"};
+    }
+    if (std::exchange(is_given[static_cast<std::size_t>(option - options)], true)) {
+      throw Fault{pieces[i], "the option " + quoted(option->word) + " is given twice; remove one of them"};
     }
     option->read(trimmed(pieces[i].substr(option->word.size())), entry);
     if (entry.condition && condition.data() == nullptr) condition = pieces[i];

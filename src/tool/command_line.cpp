@@ -123,25 +123,25 @@ struct ActionOption {
   const char* help;
 };
 constexpr ActionOption action_options[] = {
-    {FormAction::Kind::Set, "--set", "CONTROL=VALUE", "Give a control a value: a text, on or off, an entry or #INDEX"},
-    {FormAction::Kind::Click, "--click", "CONTROL", "Click a button"},
+    {FormAction::Kind::Set, "--set", "CONTROL=VALUE", "A text, on or off, an entry or #INDEX"},
+    {FormAction::Kind::Click, "--click", "CONTROL", "Click a button, check box or option button"},
     {FormAction::Kind::Key, "--key", "CONTROL=KEY", "Press Enter, Up or Down in a text box"},
     {FormAction::Kind::Focus, "--focus", "CONTROL", "Go to a text box"},
-    {FormAction::Kind::Call, "--call", "CONTROL.MEMBER=ARGUMENTS", "Call a member of a component: tbl.selectCell=0,2"},
-    {FormAction::Kind::ChooseFile, "--file", "PATH", "Choose this file in the dialog that the action before opens"},
+    {FormAction::Kind::Call, "--call", "CONTROL.MEMBER=ARGUMENTS", "Call a component: tbl.selectCell=0,2"},
+    {FormAction::Kind::ChooseFile, "--file", "PATH", "Answer the file dialog that was opened"},
 };
 
 Run declare_page(CLI::App& app) {
   auto options = std::make_shared<PropertyPageOptions>();
-  app.add_option("PAGE#NAME", options->target, "A control of a page")->required();
-  app.add_option("PROPERTY-PAGE", options->property_page, "The property page; without it they are listed");
+  app.add_option("PAGE#NAME", options->target, "A control of a page")->required()->check(given());
+  app.add_option("PROPERTY-PAGE", options->property_page, "The page; without it they are listed")->check(given());
   for (const ActionOption& row : action_options) {
     const auto note = [&actions = options->actions, &row](const std::string& value) {
       actions.push_back({row.kind, row.option, value});
     };
     app.add_option_function<std::string>(row.option, note, row.help)->type_name(row.value)->trigger_on_parse();
   }
-  app.add_flag("--apply", options->apply, "Apply what has been changed in the end, and write the page");
+  app.add_flag("--apply", options->apply, "Apply it in the end, and write the file");
   return running(run_page, options);
 }
 
@@ -167,6 +167,8 @@ Run declare_publish(CLI::App& app) {
   app.add_option("-o,--output", options->output,
                  "Write a mirror of the site into this folder; without it pages are published in place")
       ->check(given());
+  app.add_flag("--snapshot", options->snapshot,
+               "Put a picture of each chart into the page, for readers without scripts; needs Node 18 or later");
   return running(run_publish, options);
 }
 
@@ -223,19 +225,22 @@ constexpr CommandRow commands[] = {
      "  plexoras get a.html#Sales --changed | plexoras set b.html#Sales --from -\n",
      true, declare_set},
     {"page", "Show a property page of a control, and work on it as its author",
-     "  plexoras page index.html#Sales                     its property pages\n"
-     "  plexoras page index.html#Sales Styles              one of them, with its controls\n"
-     "  plexoras page index.html#Sales Styles --set chkHasLegend=off --set cmbFontSize=14 --apply\n"
-     "  plexoras page index.html#Sales Styles --click cmdMenuBuilder --click rbCustomMenu \\\n"
-     "    --set txtCaption=Help --set 'txtJavaScript=help()' --click cmdOK --apply\n"
-     "Actions are done in the order given. A dialog that one opens takes those behind it until it closes.\n",
+     "  plexoras page index.html#Sales                 its property pages\n"
+     "  plexoras page index.html#Sales Styles          one of them, with its controls\n"
+     "  plexoras page index.html#Sales Styles --set chkHasLegend=off --apply\n"
+     "  plexoras page index.html#Sales Styles --click cmdMenuBuilder \\\n"
+     "    --click rbCustomMenu --set txtCaption=Help --set 'txtJavaScript=help()' \\\n"
+     "    --click cmdOK --apply\n"
+     "Actions are done in the order given; a dialog that one opens takes those behind\n"
+     "it until it closes. What a type of chart enables follows the type that the chart\n"
+     "has: apply a new one first.\n",
      true, declare_page},
     {"describe", "Say what controls and properties there are",
      "  plexoras describe                          the kinds of controls\n"
      "  plexoras describe chart                    the properties of charts\n"
      "  plexoras describe chart DiagramType        one of them, with its codes\n",
      false, declare_describe},
-    {"image", "Write the picture of a chart into a file", "  plexoras image index.html#Sales -o sales.png\n", true,
+    {"image", "Write the picture of a chart into a file", "  plexoras image index.html#Sales -o sales.svg\n", true,
      declare_image},
     {"import", "Make a contents document of delimited text",
      "  plexoras import sales.csv --first-row --first-col\n"
@@ -250,6 +255,8 @@ constexpr CommandRow commands[] = {
     {"publish", "Make the pages that readers get",
      "  plexoras publish site -o public      a mirror of the site, published\n"
      "  plexoras publish index.html          in place\n"
+     "  plexoras publish site -o public --snapshot\n"
+     "                                       with pictures for readers without scripts\n"
      "  plexoras publish site -o public -n   only say what would change\n",
      true, declare_publish},
     {"expand", "Run one section of a template file and print its text",
@@ -265,8 +272,9 @@ constexpr CommandRow commands[] = {
 };
 
 constexpr const char* exit_statuses =
-    "\nExit status: 0 done, 1 the work failed (the message says what, where and how to mend it),\n"
-    "2 wrong usage, 130 interrupted. Results go to standard output, everything else to standard error.\n";
+    "\nExit status: 0 done, 1 the work failed (the message says what, where and how to\n"
+    "mend it), 2 wrong usage, 130 interrupted. Results go to standard output,\n"
+    "everything else to standard error.\n";
 
 // Examples first: they answer most questions.
 class ExamplesFirst : public CLI::Formatter {
@@ -293,6 +301,23 @@ void declare_common(CLI::App& app, CommonOptions& common, bool writes) {
   app.add_option("--color", common.color, "Colours in messages")
       ->check(CLI::IsMember({"auto", "always", "never"}))
       ->capture_default_str();
+}
+
+// What follows the options, or looks like one, and is not expected. Of the parser's own message the order is wrong, and
+// it suggests nothing.
+[[noreturn]] void refuse_extras(const CLI::App& command) {
+  std::vector<std::string> extras = command.remaining();
+  std::string listed;
+  for (const std::string& extra : extras) listed += " " + extra;
+  std::vector<std::string> names;
+  for (const CLI::Option* const option : command.get_options()) {
+    for (const std::string& name : option->get_lnames()) names.push_back("--" + name);
+  }
+  const auto unknown = std::ranges::find_if(extras, [](const std::string& text) { return text.starts_with("--"); });
+  const std::string suggestion =
+      unknown == extras.end() ? "" : did_you_mean(unknown->substr(0, unknown->find('=')), names);
+  throw UsageError("plexoras " + command.get_name() + ": not expected:" + listed + suggestion + "\nplexoras " +
+                   command.get_name() + " --help shows what is");
 }
 
 // A first word that is no command is the commonest mistake, and the parser's own message is no help with it.
@@ -336,6 +361,11 @@ std::optional<Invocation> parse_command_line(int argc, const char* const* argv) 
     app.exit(wanted, text, text);
     Console({}).result(text.str());
     return std::nullopt;
+  } catch (const CLI::ExtrasError& error) {
+    for (const CLI::App* const command : app.get_subcommands()) {
+      if (command->remaining_size() > 0) refuse_extras(*command);
+    }
+    throw UsageError(error.what());
   } catch (const CLI::ParseError& error) {
     throw UsageError(error.what());
   }

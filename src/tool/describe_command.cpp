@@ -5,6 +5,7 @@
 
 #include "authoring/property_description.h"
 #include "authoring/suggestion.h"
+#include "host/ascii.h"
 #include "host/headless_platform.h"
 #include "tool/commands.h"
 #include "tool/json_text.h"
@@ -26,16 +27,13 @@ std::string_view group_word(ControlProperties::Group group) {
   return {};
 }
 
-const ControlType& control_type(const std::string& name) {
-  std::vector<std::string> names;
-  for (const ControlType& type : control_types()) {
-    if (type.identifier == name || type.short_name == name) return type;
-    names.emplace_back(type.short_name);
-    names.emplace_back(type.identifier);
-  }
-  throw AutomationError(
-      RunTimeError::CannotCreateObject,
-      "there is no control \"" + name + "\"" + did_you_mean(name, names) + "\nplexoras describe lists them");
+// Whether `caption` is what people read at a control, with or without the caption of its frame.
+bool is_captioned(const PropertyDescription& property, std::string_view caption) {
+  if (caption.empty() || property.caption.size() < caption.size()) return false;
+  const std::size_t frame_size = property.caption.size() - caption.size();
+  const std::string_view own = property.caption;
+  return equal_but_for_case(own.substr(frame_size), caption) &&
+         (frame_size == 0 || own.substr(0, frame_size).ends_with(": "));
 }
 
 // One name may be a property of the chart and a custom one; the first is what `get` and `set` reach.
@@ -44,9 +42,18 @@ const PropertyDescription& find_property(const std::vector<PropertyDescription>&
   const auto found = std::ranges::find(properties, name, &PropertyDescription::name);
   if (found != properties.end()) return *found;
   std::vector<std::string> names;
+  std::vector<const PropertyDescription*> captioned;
+  std::string listed;
   for (const PropertyDescription& property : properties) {
     names.push_back(property.name);
-    if (property.caption == name) return property;
+    if (!is_captioned(property, name)) continue;
+    captioned.push_back(&property);
+    listed += (listed.empty() ? "" : ", ") + property.name + " (" + property.caption + ")";
+  }
+  if (captioned.size() == 1) return *captioned.front();
+  if (!captioned.empty()) {
+    throw AutomationError(RunTimeError::NoSuchMember, std::string(type.short_name) + ": \"" + name +
+                                                          "\" is the caption of several properties: " + listed);
   }
   throw AutomationError(RunTimeError::NoSuchMember, std::string(type.short_name) + ": there is no property \"" + name +
                                                         "\"" + did_you_mean(name, names));
@@ -88,7 +95,7 @@ std::string summary(const PropertyDescription& property) {
 }
 
 std::string all_properties_text(const std::vector<PropertyDescription>& properties) {
-  TextTable table({.widest = {24, 8, 18}});
+  TextTable table({.columns = {{.widest = 24}, {.widest = 8}, {.widest = 18}}});
   table.add({"PROPERTY", "TYPE", "DEFAULT", "CAPTION AND CODES"});
   for (const PropertyDescription& property : properties) {
     table.add({property.name, std::string(type_name(property.kind.type)), property.default_value, summary(property)});
@@ -96,36 +103,29 @@ std::string all_properties_text(const std::vector<PropertyDescription>& properti
   return table.text();
 }
 
-// What a text must be to be a value, in words behind the type.
-std::string takes(const PropertyDescription& property) {
-  if (!property.codes.empty())
-    return property.takes.empty() ? ": any text; the codes are proposals" : ": one of the codes";
-  return property.takes.empty() ? "" : ": " + property.takes;
-}
-
 std::string property_text(const PropertyDescription& property) {
-  TextTable table({.widest = {16}});
+  TextTable table({.columns = {{.widest = 16}, {.lines = TextTable::any}}});
   const auto add = [&](const char* title, const std::string& text) {
     if (!text.empty()) table.add({title, text});
   };
   add("property", property.name);
-  add("type", std::string(type_name(property.kind.type)) + takes(property));
+  add("type", std::string(type_name(property.kind.type)) + (property.takes.empty() ? "" : ": " + property.takes));
   add("default", property.default_value);
   add("caption", property.caption);
   add("property page", property.page.empty() ? "" : property.page + ", " + property.control);
   add("comment", property.comment);
   for (const PropertyDescription::Code& code : property.codes) {
     const bool is_first = &code == property.codes.data();
-    table.add({is_first ? "codes" : "", code.value.empty() ? "(empty)  " + code.caption
-                                        : code.caption.empty() || code.caption == code.value
-                                            ? code.value
-                                            : code.value + "  " + code.caption});
+    table.add({is_first ? "the codes are" : "", code.value.empty() ? "(empty)  " + code.caption
+                                                : code.caption.empty() || code.caption == code.value
+                                                    ? code.value
+                                                    : code.value + "  " + code.caption});
   }
   return table.text();
 }
 
 std::string controls_text(TemplateSession& session) {
-  TextTable table({.widest = {16, 40}});
+  TextTable table({.columns = {{.widest = 16}, {.widest = 40}}});
   table.add({"CONTROL", "IDENTIFIER", "TEMPLATE"});
   for (const ControlType& type : control_types()) {
     LiveControl control = LiveControl::make_new(session, type.short_name, "New");
@@ -154,21 +154,22 @@ int run_describe(const DescribeOptions& options, HeadlessPlatform& host, Console
   PropertyPages pages(session);
   if (options.control.empty()) {
     describe_controls(session, console);
-    tell(session.diagnostics, console);
+    tell(as_warnings(session.diagnostics), console);
     return exit_done;
   }
 
-  const ControlType& type = control_type(options.control);
+  const ControlType& type = find_control_type(options.control);
   LiveControl control = LiveControl::make_new(session, type.short_name, "New");
   std::vector<PropertyDescription> properties = describe_properties(session, pages, control);
-  tell(session.diagnostics, console);
+  const std::vector<Diagnostic> warnings = as_warnings(session.diagnostics);
+  tell(warnings, console);
   if (!options.property.empty()) properties = {find_property(properties, type, options.property)};
   if (console.options().json) {
     nlohmann::json object = to_json(type, control);
     object["version"] = json_version;
     object["properties"] = nlohmann::json::array();
     for (const PropertyDescription& property : properties) object["properties"].push_back(to_json(property));
-    object["diagnostics"] = to_json(session.diagnostics);
+    object["diagnostics"] = to_json(warnings);
     console.result(json_line(object));
   } else {
     console.result(options.property.empty() ? all_properties_text(properties) : property_text(properties.front()));

@@ -8,7 +8,7 @@ namespace plexoras {
 namespace {
 
 std::string listed_choices(const std::vector<std::string>& choices) {
-  constexpr std::size_t enough = 200;  // more does not fit on a line
+  constexpr std::size_t enough = 400;  // more does not fit on the lines
   std::string text;
   for (const std::string& choice : choices) {
     text += (text.empty() ? "" : " | ") + choice;
@@ -72,8 +72,9 @@ nlohmann::json to_json(const ListedControl& control) {
 }  // namespace
 
 std::string form_text(const ListedForm& form) {
-  constexpr std::size_t name_width = 60;  // names are there to be repeated: they are not cut
-  TextTable table({.widest = {name_width, 22, 20}});
+  // Names are there to be repeated, and so not cut.
+  TextTable table(
+      {.columns = {{.widest = 60}, {.widest = 22, .lines = 20}, {.widest = 20}, {.lines = 3, .break_behind = "| "}}});
   table.add({"CONTROL", "CAPTION", "VALUE", "STATE, CHOICES"});
   add_rows(form.controls, "", table);
   return table.text();

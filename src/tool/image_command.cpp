@@ -1,11 +1,41 @@
-// image: the picture of a chart, as its component draws it.
+// image: the picture of a chart, as its component draws it, or else as published pages show it.
 
+#include <filesystem>
+
+#include "authoring/snapshot.h"
 #include "host/atomic_file.h"
 #include "host/headless_platform.h"
 #include "tool/commands.h"
+#include "tool/node_renderer.h"
 #include "tool/page_target.h"
 
 namespace plexoras {
+namespace {
+
+std::string draw_for_readers(TemplateSession& session, LiveControl& control, const std::string& language) {
+  const std::optional<ChartPicture> picture = picture_of(control, language);
+  if (!picture) throw AutomationError(RunTimeError::InvalidCall, "the chart has no data of its own");
+  return NodeRenderer::installed(session).draw(*picture);
+}
+
+std::string picture_bytes(TemplateSession& session, LiveControl& control, const std::string& language) {
+  try {
+    return control.control().get("getDiagram").to_object()->call("getChartImage").to_text();
+  } catch (const AutomationError& error) {
+    if (error.number() != RunTimeError::NoSuchAction) throw;
+  }
+  return draw_for_readers(session, control, language);
+}
+
+// A file that says it is something else than it is helps nobody.
+void check_name(const std::string& output, std::string_view bytes) {
+  const std::filesystem::path path(output);
+  if (!bytes.starts_with("<svg") || !path.has_extension() || path.extension() == ".svg") return;
+  throw AutomationError(RunTimeError::InvalidCall, output + ": the picture is SVG; name the file " +
+                                                       std::filesystem::path(path).replace_extension(".svg").string());
+}
+
+}  // namespace
 
 int run_image(const ImageOptions& options, HeadlessPlatform& host, Console& console) {
   SilentMessageBox silent;
@@ -22,7 +52,7 @@ int run_image(const ImageOptions& options, HeadlessPlatform& host, Console& cons
 
   std::string bytes;
   try {
-    bytes = control.control().get("getDiagram").to_object()->call("getChartImage").to_text();
+    bytes = picture_bytes(session, control, page.language());
   } catch (const AutomationError& error) {
     throw AutomationError(error.number(), name + ": there is no picture: " + error.description());
   }
@@ -31,6 +61,7 @@ int run_image(const ImageOptions& options, HeadlessPlatform& host, Console& cons
     console.result(bytes);
     return exit_done;
   }
+  check_name(options.output, bytes);
   defer_interrupts();
   if (!console.options().dry_run) replace_file(options.output, bytes);
   console.say(options.output + ": " + std::to_string(bytes.size()) + " bytes" +

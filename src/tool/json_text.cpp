@@ -20,6 +20,11 @@ nlohmann::json array_of(std::span<const Row> rows) {
   return array;
 }
 
+nlohmann::json problem_json(const char* severity, std::string_view message) {
+  const nlohmann::json problem{{"severity", severity}, {"message", message}};
+  return {{"version", json_version}, {"problems", nlohmann::json::array({problem})}};
+}
+
 }  // namespace
 
 nlohmann::json to_json(const Diagnostic& diagnostic) {
@@ -39,7 +44,7 @@ nlohmann::json to_json(const Diagnostic& diagnostic) {
 
 nlohmann::json to_json(const PageProblem& problem) {
   nlohmann::json object = place_json(problem.path, problem.place.line, problem.place.column);
-  object["severity"] = "error";
+  object["severity"] = problem.is_warning ? "warning" : "error";
   object["message"] = problem.what;
   return object;
 }
@@ -61,10 +66,8 @@ nlohmann::json failure_json(std::span<const PageProblem> problems) {
   return {{"version", json_version}, {"problems", to_json(problems)}};
 }
 
-nlohmann::json failure_json(std::string_view message) {
-  const nlohmann::json problem{{"severity", "error"}, {"message", message}};
-  return {{"version", json_version}, {"problems", nlohmann::json::array({problem})}};
-}
+nlohmann::json failure_json(std::string_view message) { return problem_json("error", message); }
+nlohmann::json warning_json(std::string_view message) { return problem_json("warning", message); }
 
 std::string json_line(const nlohmann::json& value) {
   return value.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace) + "\n";

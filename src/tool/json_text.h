@@ -23,6 +23,8 @@ nlohmann::json to_json(std::span<const PageProblem> problems);
 nlohmann::json failure_json(std::span<const PageProblem> problems);
 /// The same of a failure that has no place in a file.
 nlohmann::json failure_json(std::string_view message);
+/// The same of something that does not stop it.
+nlohmann::json warning_json(std::string_view message);
 
 /// One line of JSON. Bytes that are no UTF-8 become U+FFFD: JSON cannot carry them.
 std::string json_line(const nlohmann::json& value);

@@ -95,6 +95,7 @@ struct ImageOptions {
 struct PublishOptions {
   std::vector<std::string> paths;
   std::string output;
+  bool snapshot = false;
 };
 
 struct RefreshOptions {

@@ -50,6 +50,11 @@ void tell(const std::vector<Diagnostic>& diagnostics, Console& console) {
   for (const Diagnostic& diagnostic : diagnostics) console.problem(to_text(diagnostic));
 }
 
+std::vector<Diagnostic> as_warnings(std::vector<Diagnostic> diagnostics) {
+  for (Diagnostic& diagnostic : diagnostics) diagnostic.severity = Diagnostic::Severity::Warning;
+  return diagnostics;
+}
+
 void refuse_broken_template(const std::vector<Diagnostic>& diagnostics, Console& console) {
   if (diagnostics.empty()) return;
   tell(diagnostics, console);

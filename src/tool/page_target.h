@@ -29,6 +29,9 @@ LiveControl load_control(TemplateSession& session, const Page& page, std::size_t
 /// Shows people what templates had to say. With --json it belongs into the command's object.
 void tell(const std::vector<Diagnostic>& diagnostics, Console& console);
 
+/// `diagnostics` as warnings, for work that goes on in spite of them.
+std::vector<Diagnostic> as_warnings(std::vector<Diagnostic> diagnostics);
+
 /// What a control saves depends on what its template declares, so that nothing is written while that fails: error 5,
 /// unless `diagnostics` is empty.
 void refuse_broken_template(const std::vector<Diagnostic>& diagnostics, Console& console);

@@ -5,6 +5,7 @@
 #include "host/headless_platform.h"
 #include "tool/commands.h"
 #include "tool/json_text.h"
+#include "tool/node_renderer.h"
 
 namespace plexoras {
 namespace {
@@ -12,6 +13,7 @@ namespace {
 struct Totals {
   std::size_t pages = 0;
   std::size_t controls = 0;
+  std::size_t pictures = 0;
   std::size_t written = 0;
   std::size_t copied = 0;
   std::size_t unchanged = 0;
@@ -21,6 +23,7 @@ struct Totals {
     const bool has_controls = result.controls > 0 || !result.problems.empty();
     pages += file.is_page && has_controls ? 1 : 0;
     controls += result.controls;
+    pictures += result.pictures;
     switch (result.outcome) {
       case PublishedFile::Outcome::Written:
         ++written;
@@ -43,6 +46,7 @@ struct Totals {
     };
     std::string text = count(controls, "control", "controls") + " on " + count(pages, "page", "pages") + ": " +
                        std::to_string(written) + " written, " + std::to_string(unchanged) + " unchanged";
+    if (pictures > 0) text += ", " + count(pictures, "picture", "pictures") + " drawn";
     if (copied > 0) text += ", " + count(copied, "other file", "other files") + " copied";
     return text + ", " + std::to_string(failed) + " failed";
   }
@@ -58,6 +62,7 @@ void report(const PublishedFile& result, Console& console) {
                           {"target", result.target},
                           {"outcome", outcome},
                           {"controls", result.controls},
+                          {"pictures", result.pictures},
                           {"problems", to_json(result.problems)},
                           {"diagnostics", to_json(result.diagnostics)}};
     console.result(json_line(object));
@@ -84,13 +89,31 @@ PublishedFile publish(Publisher& publisher, const SiteFile& file) {
                       : publisher.copy_file(file.source, file.target);
 }
 
+// Starts what draws. Where that is impossible, it is told once, and there are no pictures.
+DrawChart drawing(TemplateSession& session, Console& console) {
+  try {
+    const auto renderer = std::make_shared<NodeRenderer>(NodeRenderer::installed(session));
+    renderer->start();
+    return [renderer](const ChartPicture& picture) { return renderer->draw(picture); };
+  } catch (const AutomationError& error) {
+    const std::string what = "pages are published without pictures: " + error.description();
+    if (console.options().json) {
+      console.result(json_line(warning_json(what)));
+    } else {
+      console.problem("plexoras: warning: " + what + "\n");
+    }
+    return {};
+  }
+}
+
 }  // namespace
 
 int run_publish(const PublishOptions& options, HeadlessPlatform& host, Console& console) {
   SilentMessageBox silent;  // what the templates have to say is told with the page it concerns
   host.platform().message_box = &silent;
   TemplateSession session(host.platform());
-  Publisher publisher(session, console.options().dry_run ? Publisher::Writing::DryRun : Publisher::Writing::Write);
+  Publisher publisher(session, console.options().dry_run ? Publisher::Writing::DryRun : Publisher::Writing::Write,
+                      options.snapshot ? drawing(session, console) : DrawChart());
   Totals totals;
   defer_interrupts();
   for (const SiteFile& file : site_files(options.paths, options.output)) {

@@ -1,22 +1,18 @@
 #pragma once
 
 #include <deque>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "authoring/form_driver.h"
 #include "host/platform.h"
+#include "tool/page_action.h"
 
 namespace plexoras {
 
 class Console;
-
-/// An author's action as it was typed.
-struct TypedAction {
-  FormAction action;
-  std::string text;  ///< "--click cmdOK", for messages
-};
 
 /// Plays what an author does, one action after the other, on a form and on the dialogs that it opens.
 ///
@@ -25,30 +21,51 @@ struct TypedAction {
 /// window, or cancelled. Lives for one command; the platform may not use it longer.
 class ScriptedAuthor final : public ModalPresenter, public FileDialog, public MessageBox {
 public:
-  ScriptedAuthor(const std::vector<TypedAction>& actions, Console& console)
-      : actions_(actions.begin(), actions.end()), console_(console) {}
+  /// What went wrong, and the action in which it did.
+  struct Message {
+    std::string action;  ///< "--click cmdOK"; empty before the first one
+    std::string text;
+  };
 
-  /// Plays what is left on `form`. An action that cannot be played is error 5, which names it; what a handler raises
-  /// comes out in the same form.
+  /// `page` is what the author works on, for messages: "index.html#Sales Styles".
+  ScriptedAuthor(const std::vector<TypedAction>& actions, std::string page, Console& console)
+      : actions_(actions.begin(), actions.end()), page_(std::move(page)), console_(console) {}
+
+  /// Plays what is left on `form`. Error 5 for an action that cannot be played, 53 for a file that cannot be read; what
+  /// a handler raises comes through. `action()` is then the one at fault.
   void play(Form& form);
 
   void run(Form& dialog) override;
   std::optional<std::string> choose_file(std::string_view title, std::string_view filter) override;
   void show(std::string_view text, std::string_view title) override;
 
+  /// Takes note of something that is done for the author: "--apply".
+  void begin(const std::string& action) { action_ = action; }
+  /// What was begun last, of dialogs in dialogs in the innermost one.
+  const std::string& action() const { return action_; }
+  /// What to put before a message now: "index.html#Sales Styles: --click cmdOK: ".
+  std::string place() const;
+
+  const std::string& page() const { return page_; }
   /// What message boxes said, and which dialogs had no answer.
-  const std::vector<std::string>& messages() const { return messages_; }
+  const std::vector<Message>& messages() const { return messages_; }
   /// The dialog in front when the actions ran out, as it was then.
   const std::optional<ListedForm>& unanswered() const { return unanswered_; }
+  /// What controls of the form itself, by their names, were set to last.
+  const std::map<std::string, std::string>& values_set() const { return values_set_; }
 
 private:
   void play_next(Form& form);
   void tell(const std::string& message);
 
   std::deque<TypedAction> actions_;
+  std::string page_;
   Console& console_;
-  std::vector<std::string> messages_;
+  std::string action_;
+  std::string file_problem_;  // why the chosen file cannot be read
+  std::vector<Message> messages_;
   std::optional<ListedForm> unanswered_;
+  std::map<std::string, std::string> values_set_;
 };
 
 }  // namespace plexoras

@@ -174,7 +174,8 @@ void TemplateStepper::try_out(std::string_view text, const HaltRequest& request)
   SilentMessageBox silent;  // diagnostics say more
   Platform quiet = platform_;
   quiet.message_box = &silent;
-  const TemplateTrial trial = try_template_text(quiet, request, text);
+  const auto& variables = static_cast<const Dictionary&>(*request.variables);
+  const TemplateTrial trial = try_template_text(quiet, variables, request.template_file, text);
   say(for_terminal(trial.text));
   for (const Diagnostic& diagnostic : trial.diagnostics) say(to_text(diagnostic));
 }

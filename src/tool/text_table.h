@@ -9,28 +9,40 @@ namespace plexoras {
 
 /// A table for people to read on a terminal: aligned columns, and lines that end before they get too long.
 ///
-///     TextTable table({.widest = {24, 20}});
+///     TextTable table({.columns = {{.widest = 24}, {.widest = 20}, {.lines = 3}}});
 ///     table.add({"NAME", "VALUE", "CHOICES"});
 ///     console.result(table.text());
 ///
-/// A cell stands on one line, line breaks in it as "\n". The last cell of a row has the rest of the line. What a column
-/// or the line has no room for is cut, with "…" in its place. Characters count as UTF-8.
+/// A cell that is too long for its column goes on in the lines below, under itself, and ends in "…" where the column's
+/// lines are used up. The last cell of a row has the rest of the line, or lines of its own where little is left of it.
+/// Line breaks stand as "\n", and what a terminal would obey as "\x1B". Characters count as UTF-8.
 class TextTable {
 public:
+  static constexpr std::size_t any = static_cast<std::size_t>(-1);
+
+  struct Column {
+    std::size_t widest = any;
+    std::size_t lines = 1;
+    std::string_view break_behind = " ";  ///< where a line may end; elsewhere only when there is no such place
+  };
+
   struct Options {
-    std::vector<std::size_t> widest = {};  ///< of each column but the last
+    std::vector<Column> columns = {};  ///< those that are missing are as wide as what stands in them
     std::size_t line_width = 80;
   };
 
-  explicit TextTable(Options options) : options_(std::move(options)) {}
+  explicit TextTable(const Options& options) : columns_(options.columns), line_width_(options.line_width) {}
 
-  /// A row may have fewer cells than others; empty ones at its end do not count.
+  /// A row may have fewer cells than there are columns; empty ones at its end do not count.
   void add(const std::vector<std::string>& cells);
-  /// Each row as a line, without blanks at its end.
+  /// The rows, without blanks at the ends of lines.
   std::string text() const;
 
 private:
-  Options options_;
+  void append_row(const std::vector<std::string>& row, const std::vector<std::size_t>& widths, std::string& text) const;
+
+  std::vector<Column> columns_;
+  std::size_t line_width_;
   std::vector<std::vector<std::string>> rows_;
 };
 

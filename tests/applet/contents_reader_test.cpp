@@ -6,6 +6,7 @@
 #include <random>
 #include <string>
 
+#include "fixtures/fixtures.h"
 #include "refusal.h"
 
 namespace plexoras {
@@ -27,77 +28,13 @@ std::string shown(const ContentsTable& table) {
   return text;
 }
 
-TEST(ReadContents, AcceptsTheDialect) {
-  struct Case {
-    const char* name;
-    std::string_view document, table;
-  };
-  const Case cases[] = {
-      {"the empty document", empty_contents_document, ""},
-      {"the empty document with line breaks", "\n<xml>\r\n<cols/>\n<rows/>\n<data/>\n</>\r\n", ""},
-      {"empty lists", "<xml><rows></><cols></><data></></xml>", ""},
-      {"self-closing lists", "<xml><rows/><cols/><data/></xml>", ""},
-      {"labels on both sides",
-       "<xml><rows>Region<row>North</><row>South</></><cols><col>Q1</><col>Q2</></>"
-       "<data><value>1</><value>2</><value>3</><value>4</></></xml>",
-       "Region [North] [South] (Q1) (Q2) 1,2,;3,4,"},
-      {"titles", "<xml><rows>Region<row/></><cols>Quarter<col>Q1</></><data>Sales<value>1</></></xml>",
-       "Region/Quarter/Sales - (Q1) 1,"},
-      {"titles of empty lists", "<xml>\n<rows>\n</>\n<cols>a&amp;\n</>\n<data>b</>\n</xml>", "/a&\n/b"},
-      {"no labels", "<xml><rows><row/><row/></><cols></><data><value>1</><value>2</></></xml>", " - - 1,;2,"},
-      {"an empty label is a label", "<xml><rows><row></><row/></><cols><col/></><data></></xml>", " [] - () ;"},
-      {"named end tags", "<xml><rows><row>a</row></rows><cols></cols><data></data></>", " [a] "},
-      {"line breaks between any tags",
-       "<xml>\n<rows>\r\n<row>a</>\n\n<row/>\r</>\n<cols>\n<col>b</>\n</>\n<data>\n<value>1</>\n</>\n</xml>\n",
-       " [a] - (b) 1,;"},
-      {"line breaks in a text are text", "<xml><rows>c\nd<row>\n</></><cols/><data/></xml>", "c\nd [\n] "},
-      {"entities", "<xml><rows>&tab;<row>&lt;&amp;lt;&apos;&quot;&gt;</></><cols/><data/></xml>", "\t [<&lt;'\">] "},
-      {"raw quotes and >", "<xml><rows><row>'\">$(X)</></><cols/><data/></xml>", " ['\">$(X)] "},
-      {"a short last row", "<xml><rows><row/><row/></><cols/><data><value>1</><value>2</><value>3</></></xml>",
-       " - - 1,2,;3,"},
-      {"rows longer than the labels lose nothing",
-       "<xml><rows><row/></><cols><col>a</></><data><value>1</><value>2</></></xml>", " - (a) 1,2,"},
-  };
-  for (const Case& c : cases) EXPECT_EQ(shown(read_contents(c.document)), c.table) << c.name;
-}
-
-TEST(ReadContents, RefusesTheRestSayingWhatAndWhere) {
-  struct Case {
-    std::string_view document, message;
-  };
-  const Case cases[] = {
-      {"", "5 1:1: the document holds no element"},
-      {"junk", "5 1:1: text stands outside the document's element"},
-      {"<xml>", "5 1:1: <xml> is never closed; close it with \"</>\""},
-      {"<html></>", "5 1:1: \"<html>\" stands where <xml> is expected"},
-      {"<xml></>", "5 1:6: \"</>\" stands where <rows> is expected"},
-      {"<xml><rows/><cols/></>", "5 1:20: \"</>\" stands where <data> is expected"},
-      {"<xml><cols/><data/><rows/></>", "5 1:13: \"<data/>\" stands where <rows> is expected"},
-      {"<xml><cols></><rows></><data></></>", "5 1:6: \"<cols>\" stands where <rows> is expected"},
-      {"<xml><rows/><cols/><data/><rows/></xml>", "5 1:27: \"<rows/>\" stands where the end of \"xml\" is expected"},
-      {"<xml><rows/><cols/><data/></xml>x", "5 1:33: text stands outside the document's element"},
-      {"<xml><rows/><cols/><data/></xml><xml/>", "5 1:33: a second element follows the document's element"},
-      {"<xml><rows/><cols/><data/></xml></>", "5 1:33: an end tag closes no element"},
-      {"<xml><rows/><cols/><data/></rows>", "5 1:27: end tag \"rows\" stands where \"xml\" is open"},
-      {"<xml>\r\n<rows>\r<row>a & b</></><cols/><data/></xml>",
-       "5 3:8: \"&\" begins none of &apos; &quot; &amp; &lt; &gt; &tab;; write \"&amp;\" for the character itself"},
-      {"<xml><rows>\n<row>a&#9;</></><cols/><data/></xml>",
-       "5 2:7: \"&\" begins none of &apos; &quot; &amp; &lt; &gt; &tab;; write \"&amp;\" for the character itself"},
-      {"<xml><rows><row>a < b</></><cols/><data/></xml>",
-       "5 1:19: \"<\" must begin a tag here; write \"&lt;\" for the character itself"},
-      {"<xml><rows><row>a</>corner</><cols/><data/></xml>", "5 1:21: text \"corner\" stands between elements"},
-      {"<xml><rows/><cols><col/>a</><data/></xml>", "5 1:25: text \"a\" stands between elements"},
-      {"<xml><rows/>a<cols/><data/></xml>", "5 1:13: text \"a\" stands between elements"},
-      {"<xml><rows><row><b>a</></></><cols/><data/></xml>",
-       "5 1:17: \"<b>\" stands where the end of \"row\" is expected"},
-      {"<xml><rows><row id=\"1\">a</></><cols/><data/></xml>", "5 1:12: \"row\" takes no attributes"},
-      {"<xml><rows><col>a</></><cols/><data/></xml>", "5 1:12: \"<col>\" stands where <row> is expected"},
-      {"<xml><rows/><cols/><data>\n<value>1</></></xml>", "5 1:20: there are values, but no rows that could hold them"},
-      {"<xml><rows/", "5 1:11: tag \"rows\" must end in \">\" or \"/>\" here"},
-      {"<!-- --><xml/>", "5 1:1: \"<\" must begin a tag here; write \"&lt;\" for the character itself"},
-  };
-  for (const Case& c : cases) {
-    EXPECT_EQ(refusal([&] { read_contents(c.document); }), c.message) << c.document;
+TEST(ReadContents, AcceptsTheDialectAndRefusesTheRestSayingWhere) {
+  for (const nlohmann::json& c : fixtures("contents.json")) {
+    const std::string document = text_of(c, "document");
+    std::string table;
+    const std::string refused = refusal([&] { table = shown(read_contents(document)); });
+    EXPECT_EQ(refused, c.contains("refused") ? "5 " + text_of(c, "refused") : "") << c["name"];
+    EXPECT_EQ(table, text_of(c, "table")) << c["name"];
   }
 }
 

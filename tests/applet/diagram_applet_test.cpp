@@ -10,6 +10,7 @@
 #include "applet/style_document.h"
 #include "chart_control/chart_properties.h"
 #include "contents/contents_document.h"
+#include "fixtures/fixtures.h"
 #include "host/platform.h"
 #include "refusal.h"
 
@@ -34,6 +35,20 @@ TEST(DiagramApplet, KeepsEveryForwardedPropertyInItsType) {
     EXPECT_EQ(chart.get(row.name), Variant("1").converted_to(row.type)) << row.name;
   }
   EXPECT_EQ(chart.repaints(), 0u);
+}
+
+// A page names what differs from them, and the element that draws begins with the same ones.
+TEST(DiagramApplet, BeginsWithDefaults) {
+  DiagramApplet chart;
+  const nlohmann::json defaults = fixtures("default_style.json");
+  EXPECT_EQ(defaults.size(), style_properties().size());
+  for (const StyleProperty& property : style_properties()) {
+    EXPECT_EQ(chart.get(property.name).to_text(), text_of(defaults, property.name.data())) << property.name;
+  }
+  EXPECT_EQ(chart.call_with("FormatXml", {true, chart.get("XmlStyle")}), Variant("&lt;xml&gt;&lt;/xml&gt;"));
+  chart.put("FontName", "$(A)");
+  EXPECT_EQ(chart.call_with("FormatXml", {true, chart.get("XmlStyle")}),
+            Variant("&lt;xml&gt;&lt;FontName&gt;&#36;(A)&lt;/&gt;&lt;/xml&gt;"));
 }
 
 TEST(DiagramApplet, TakesItsStyleAsADocument) {
@@ -120,8 +135,9 @@ TEST(DiagramApplet, AnswersItsMethods) {
   EXPECT_EQ(refusal([&] { chart.call("FontName"); }).substr(0, 4), "438 ");
   EXPECT_EQ(refusal([&] { chart.get("getFontList"); }).substr(0, 4), "438 ");
   EXPECT_EQ(refusal([&] { chart.call_by_id(1); }).substr(0, 4), "438 ");
-  EXPECT_EQ(refusal([&] { chart.call("getChartImage"); }),
-            "445 getChartImage: Object doesn't support this action; the chart component of this program cannot draw yet");
+  EXPECT_EQ(
+      refusal([&] { chart.call("getChartImage"); }),
+      "445 getChartImage: Object doesn't support this action; the chart component of this program cannot draw yet");
 }
 
 TEST(DiagramApplet, SampleContentsAreALabelledTable) {

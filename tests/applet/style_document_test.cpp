@@ -6,6 +6,7 @@
 #include <string>
 
 #include "chart_control/chart_properties.h"
+#include "fixtures/fixtures.h"
 #include "refusal.h"
 
 namespace plexoras {
@@ -81,44 +82,42 @@ TEST(StyleDocument, ComesBackEqualWhateverTheTextsHold) {
   }
 }
 
-TEST(StyleDocument, ReadsWhatItKnows) {
-  struct Case {
-    const char* name;
-    std::string_view document, read;
-  };
-  const Case cases[] = {
-      {"nothing", "<xml/>", ""},
-      {"absent elements", "<xml><FontSize>9</></>", "FontSize=9 "},
-      {"line ends of any kind", "\r\n<xml>\r<FontSize>9</>\r\n\n<FontName>x</></xml>\n", "FontName=x FontSize=9 "},
-      {"unknown elements, nested ones too",
-       "<xml><Later>1</><Other><FontSize>1</>text<Deep><a/></></Other><FontSize>9</></xml>", "FontSize=9 "},
-      {"text forms of Booleans", "<xml><FontBold>true</><HasLegend>-1</><HasBorder>0</></>",
-       "FontBold=True HasLegend=True "},
-      {"the later of two counts", "<xml><FontSize>9</><FontSize>12</></xml>", "FontSize=12 "},
-      {"an empty text", "<xml><FontName>a</><FontName/></xml>", ""},
-  };
-  for (const Case& c : cases) EXPECT_EQ(differences(read_style_document(c.document, zero_values())), c.read) << c.name;
+TEST(StyleDocument, ReadsWhatItKnowsAndRefusesWhatItCannotRead) {
+  for (const nlohmann::json& c : fixtures("style.json")) {
+    const std::string document = text_of(c, "document");
+    std::string style;
+    const std::string refused = refusal([&] { style = differences(read_style_document(document, zero_values())); });
+    EXPECT_EQ(refused, c.contains("refused") ? "5 " + text_of(c, "refused") : "") << c["name"];
+    EXPECT_EQ(style, text_of(c, "style")) << c["name"];
+  }
 }
 
-TEST(StyleDocument, RefusesWhatItCannotRead) {
+TEST(StyleDocument, CanLeaveOutWhatRepeatsAValue) {
   struct Case {
-    std::string_view document, message;
+    const char* name;
+    std::string_view document, left;  // zero values stand before it
   };
   const Case cases[] = {
-      {"", "5 1:1: the document holds no element"},
-      {"<style/>", "5 1:1: \"style\" stands where <xml> is expected"},
-      {"<xml>\n<FontName>a</>\n<FontSize>big</>\n</>",
-       "5 3:11: FontSize (Integer): Type mismatch: \"big\" is not a number"},
-      {"<xml><FontSize>40000</></>", "5 1:16: FontSize (Integer): Overflow"},
-      {"<xml><FontSize/></>", "5 1:6: FontSize (Integer): Type mismatch: \"\" is not a number"},
-      {"<xml><FontSize></></>", "5 1:16: FontSize (Integer): Type mismatch: \"\" is not a number"},
-      {"<xml><HasLegend>maybe</></>", "5 1:17: HasLegend (Boolean): Type mismatch: \"maybe\" is not a Boolean"},
-      {"<xml><FontSize>1<b/></></>", "5 1:17: \"FontSize\" holds a text and no elements"},
-      {"<xml>stray<FontSize>1</></>", "5 1:6: text \"stray\" stands between elements"},
-      {"<xml><FontSize>1</>", "5 1:1: <xml> is never closed; close it with \"</>\""},
+      {"what differs stays", "<xml>\n<FontSize>9</>\n<FontBold>False</>\n<FontName>a</>\n</xml>",
+       "<xml>\n<FontSize>9</><FontName>a</>\n</xml>"},
+      {"nothing is left", "<xml>\n<FontSize>0</>\r\n<FontName></>\n<xScaleMin>-0e5</>\n<FontItalic>0</>\n</>",
+       "<xml></>"},
+      {"empty elements and line breaks in a text", "<xml><FontName/><CurveColor>\n</>\n<FontSize>0</></>",
+       "<xml><CurveColor>\n</></>"},
+      {"the later of two counts", "<xml><FontSize>9</><FontSize>9</><FontSize>0</><FontSize>0</></>",
+       "<xml><FontSize>9</><FontSize>0</></>"},
+      {"unknown elements stay", "<xml><FontSize>0</>\n<Later><FontSize>0</>\n</>\n</xml>",
+       "<xml><Later><FontSize>0</>\n</>\n</xml>"},
+      {"one that is refused", "<xml><FontSize>0</><FontBold>maybe</></>", "<xml><FontSize>0</><FontBold>maybe</></>"},
+      {"one that is not well formed", "<xml><FontSize>0</>", "<xml><FontSize>0</>"},
+      {"another document", "<xml><rows><FontSize>0</></><cols/><data/></>",
+       "<xml><rows><FontSize>0</></><cols/><data/></>"},
+      {"no document", "", ""},
   };
   for (const Case& c : cases) {
-    EXPECT_EQ(refusal([&] { read_style_document(c.document, zero_values()); }), c.message) << c.document;
+    const std::string left = without_repeated_values(c.document, zero_values());
+    EXPECT_EQ(left, c.left) << c.name;
+    EXPECT_EQ(without_repeated_values(left, zero_values()), left) << c.name;
   }
 }
 

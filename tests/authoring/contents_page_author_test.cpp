@@ -185,6 +185,9 @@ TEST(ContentsPageAuthor, TheTableGivesItsDocumentWhenItIsAccepted) {
        empty},
       {"and stays one", "", cancel, ""},
       {"what is no document", "R&D", cancel, "R&D", refused},
+      {"is not replaced by an empty table", "R&D",
+       [](DsTableContentsComponent& table) { table.cmdAccept.user_click(); }, "R&D", refused},
+      {"but by an edited one", "R&D", accept, "<xml><rows>Region</><cols></><data></></xml>", refused},
   };
   ContentsAuthor author;
   LiveControl control = LiveControl::make_new(author.templates, "chart", "Sales");

@@ -30,7 +30,7 @@ TEST(LiveControl, BeginsWithTheDataItShows) {
 
   EXPECT_EQ(outcome([&] { return LiveControl::make_new(author.session, "chat", "A").record().name; }),
             "error 429: there is no control \"chat\" here; known: chart (PlexorasDTC.DiagramDTC), "
-            "template (PlexorasDTC.TemplateDTC)");
+            "template (PlexorasDTC.TemplateDTC); did you mean \"chart\"?");
 }
 
 TEST(ControlProperties, CoverThePlaceTheChartAndTheTemplate) {

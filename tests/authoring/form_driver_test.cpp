@@ -100,20 +100,25 @@ TEST(FormDriver, SetsAsAUserDoes) {
       {"lstFruit", "Apple", "Apple"},
       {"lstFruit", "#1", "Pear *"},
       {"lstFruit", "Pear ", "Pear *"},
-      {"lstFruit", "Pear", "error: \"lstFruit\" has no entry \"Pear\" (it has 3, #0 to #2); did you mean \"Pearl\"?"},
+      {"lstFruit", "Pear",
+       "error: \"lstFruit\" has no entry \"Pear\" (it has: Apple | Pear * | Pearl); did you mean \"Pearl\"?"},
       {"lstFruit", "#3", "error: \"lstFruit\" has no entry \"#3\" (it has 3, #0 to #2)"},
-      {"lstFruit", "", "error: \"lstFruit\" has no entry \"\" (it has 3, #0 to #2)"},
+      {"lstFruit", "", "error: \"lstFruit\" has no entry \"\" (it has: Apple | Pear * | Pearl)"},
       {"cmbSize", "#1 in the charts", "#1 in the charts"},
       {"cmbSize", "#0", "8"},
+      {"cmbSize", "#2", "error: \"cmbSize\" has no entry \"#2\" (it has 2, #0 to #1)"},
       {"cmbSize", "#2f6fbd", "#2f6fbd"},
       {"cmbColor", "bl", "blue"},
-      {"cmbColor", "green", "error: \"cmbColor\" has no entry \"green\" (it has 2, #0 to #1)"},
+      {"cmbColor", "green", "error: \"cmbColor\" has no entry \"green\" (it has: red | blue)"},
       {"txtFixed", "x", "error: \"txtFixed\" cannot be changed: it only shows its text"},
       {"chkGone", "on", "error: \"chkGone\" cannot be used: it is hidden"},
       {"cmdOff", "x", "error: \"cmdOff\" cannot be used: \"fraOff\", in which it stands, is disabled"},
       {"cmdGo", "x", "error: \"cmdGo\" is a Button and cannot be set; click it"},
       {"txtLnie", "x", "error: there is no control \"txtLnie\" on \"Sampler\"; did you mean \"txtLine\"?"},
       {"fruit", "x", "error: there is no control \"fruit\" on \"Sampler\"; did you mean \"lstFruit\"?"},
+      {"off", "x",
+       "error: there is no control \"off\" on \"Sampler\"; did you mean \"fraOff\" or \"cmdOff\" (Off: Off)?"},
+      {"a\n\x1B", "x", "error: there is no control \"a\\n\\x1B\" on \"Sampler\""},
   };
   for (const auto& c : cases) {
     Sampler form;
@@ -169,6 +174,10 @@ TEST(PropertyPages, EachIsWhatItsTableSays) {
       EXPECT_NE(page->find(row.control.empty() ? row.options.front().button : row.control), nullptr) << row.property;
       EXPECT_NO_THROW(ControlProperties(control).get(row.property));
     }
+    for (const OwnProperty& own : type.own_properties) {
+      if (type.name == "Contents") continue;  // what stands there is up to the template
+      EXPECT_NE(page->find(own.control), nullptr) << own.name;
+    }
   }
 }
 
@@ -185,6 +194,31 @@ TEST(PropertyPages, AChartKeepsItsMenuWhenAnotherOneWasWorkedOnBefore) {
   }
   EXPECT_EQ(first.control().GetProperty("MENU") + first.control().GetProperty("USEMENU"), "<xml>\n</xml>Yes");
   EXPECT_EQ(second.control().GetProperty("MENU") + second.control().GetProperty("USEMENU"), "");
+}
+
+// A page that edits no menu must leave alone the one that is being built on another.
+TEST(PropertyPages, AnEditedMenuIsAppliedThoughAnotherPageWasOpenedSince) {
+  class Builder final : public ModalPresenter {
+  public:
+    void run(Form& form) override {
+      act(form, {.kind = Kind::Click, .control = "rbCustomMenu"});
+      act(form, {.kind = Kind::Set, .control = "txtCaption", .value = "Help"});
+      act(form, {.kind = Kind::Click, .control = "cmdOK"});
+    }
+  };
+  Author author("[PROPERTY]\n#DEFINE HASMENU True\n[CONSTANT]\n#DEFINE DIAGRAMTYPE_Line 5\n");
+  Builder builder;
+  author.host.platform.presenter = &builder;
+  PropertyPages pages(author.session);
+  LiveControl first = author.make("First");
+  LiveControl second = author.make("Second");
+  first.control().put("HasPopupMenu", true);
+  const auto styles = pages.open(PropertyPages::find("Styles", first), first);
+  act(*styles, {.kind = Kind::Click, .control = "cmdMenuBuilder"});
+  const auto format = pages.open(PropertyPages::find("Format", second), second);
+  styles->apply();
+  EXPECT_EQ(first.control().GetProperty("USEMENU"), "Yes");
+  EXPECT_NE(first.control().GetProperty("MENU").find("Help"), std::string::npos);
 }
 
 }  // namespace

@@ -146,7 +146,8 @@ std::string published_scripts(const std::vector<std::pair<std::string, std::stri
   const Page page = Page::read(path);
   const ControlSpan& span = page.controls().at(0).span;
   const std::string text = page.bytes().substr(span.text_begin, span.text_end - span.text_begin);
-  constexpr std::string_view element_end = "</plexoras-diagram>\r\n";
+  constexpr std::string_view element_end =
+      "</plexoras-diagram>\r\n<script defer src=\"plexoras-diagram.js\"></script>\r\n";
   return text.substr(text.find(element_end) + element_end.size());
 }
 

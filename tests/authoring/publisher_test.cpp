@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "authoring_fixture.h"
+#include "host/atomic_file.h"
 #include "host/temporary_directory.h"
 
 namespace plexoras {
@@ -173,6 +174,110 @@ TEST(Publisher, LeavesAPageThatCannotBeReadAsItWas) {
   EXPECT_EQ(publisher.publish_page(site.folder.path("none"), site.folder.path("out/p")).outcome, Outcome::Failed);
   EXPECT_EQ(publisher.copy_file(site.folder.path("none"), site.folder.path("out/p")).outcome, Outcome::Failed);
   EXPECT_EQ(site.folder.listing(), "p.html ") << "nothing is made for what cannot be read";
+}
+
+// --- What readers get beside the control's own text ---
+
+// A template that shows what the publisher gives it; a control with the note "plain" has no use for it.
+constexpr std::string_view showing_template =
+    "[PROPERTY]\n#DEFINE Contents x\n#DEFINE Contents ''\n#DEFINE NOTE x\n#DEFINE NOTE ''\n"
+    "[TEMPLATE]\n"
+    "#IFEQUAL NOTE plain\n<p>plain\n#ELSE\n<p>$(SNAPSHOT)$(DATATABLE)\n"
+    "#IFDEF DIAGRAMSCRIPT\n<script src=\"$(DIAGRAMSCRIPT)\"></script>\n#ENDIF\n#ENDIF\n";
+
+TEST(Publisher, PutsTheScriptOncePerPageAndSite) {
+  Site site;
+  site.author.host.files["DIAGRAM.DAT"] = showing_template;
+  site.author.host.files["plexoras-diagram.js"] = "draw()";
+  const auto record = [&](std::string_view name, std::string_view note) {
+    LiveControl control = site.author.make(name);
+    ControlProperties(control).set("NOTE", note);
+    return control.record();
+  };
+  const std::string page = page_of(record("A", "plain")) + page_of(record("B", "")) + page_of(record("C", "")) +
+                           page_of(record("D", "plain"));
+  site.folder.write("p.html", page);
+  site.folder.write("plain.html", page_of(record("A", "plain")));
+
+  Publisher publisher(site.author.session);
+  const std::string root = site.folder.path("out (1)");
+  struct Case {
+    const char* target;
+    std::string_view root, address;  // an empty root: the target's own folder
+  };
+  const Case cases[] = {
+      {"out (1)/p.html", "out (1)", "plexoras-diagram.js"},
+      {"out (1)/sub/p.html", "out (1)", "../plexoras-diagram.js"},
+      {"out (1)/a/./b/../c/p.html", "out (1)/", "../../plexoras-diagram.js"},
+      {"odd/\"x\" 50% #1?ä/p.html", "odd/\"x\" 50% #1?ä", "plexoras-diagram.js"},
+      {"odd/p.html", "odd/a &b\xFF", "a%20%26b%FF/plexoras-diagram.js"},
+      {"alone/p.html", "", "plexoras-diagram.js"},
+  };
+  for (const Case& c : cases) {
+    const PublishedFile result = publisher.publish_page(site.folder.path("p.html"), site.folder.path(c.target),
+                                                        c.root.empty() ? "" : site.folder.path(std::string(c.root)));
+    ASSERT_EQ(result.outcome, Outcome::Written) << site.problems(result);
+    const std::string bytes = site.folder.read(c.target);
+    const std::size_t script = bytes.find("<script src=\"" + std::string(c.address) + "\"></script>");
+    EXPECT_NE(script, std::string::npos) << c.target;
+    EXPECT_EQ(bytes.find("<script"), bytes.rfind("<script")) << c.target;
+    EXPECT_GT(script, bytes.find("name=\"B\"")) << "the first chart that uses it";
+    EXPECT_LT(script, bytes.find("name=\"C\"")) << c.target;
+  }
+  publisher.publish_page(site.folder.path("plain.html"), site.folder.path("plain/p.html"));
+
+  std::string scripts;
+  for (const PublishedFile& file : publisher.publish_scripts()) {
+    EXPECT_EQ(file.outcome, Outcome::Copied) << site.problems(file);
+    EXPECT_EQ(read_file(file.target), "draw()");
+    scripts += replaced_all(file.target, site.folder.path() + "/", "") + "|";
+  }
+  EXPECT_EQ(scripts,
+            "alone/plexoras-diagram.js|odd/\"x\" 50% #1?ä/plexoras-diagram.js|odd/a &b\xFF/plexoras-diagram.js|"
+            "out (1)/plexoras-diagram.js|");
+  EXPECT_EQ(publisher.publish_scripts().front().outcome, Outcome::Unchanged);
+}
+
+TEST(Publisher, TellsOfAMissingScript) {
+  Site site;
+  site.author.host.files["DIAGRAM.DAT"] = showing_template;
+  site.folder.write("p.html", page_of(site.author.make("A").record()));
+  Publisher publisher(site.author.session);
+  EXPECT_EQ(publisher.publish_page(site.folder.path("p.html"), site.folder.path("p.html")).outcome, Outcome::Written);
+  const std::vector<PublishedFile> scripts = publisher.publish_scripts();
+  ASSERT_EQ(scripts.size(), 1u);
+  EXPECT_EQ(scripts[0].outcome, Outcome::Failed);
+  EXPECT_TRUE(site.problems(scripts[0]).starts_with("plexoras-diagram.js:1:1: error: plexoras-diagram.js is not "))
+      << site.problems(scripts[0]);
+}
+
+TEST(Publisher, PutsPicturesAndGoesOnWithoutThoseThatFail) {
+  Site site;
+  site.author.host.files["DIAGRAM.DAT"] = showing_template;
+  ControlRecord hidden = site.author.make("Hidden").record();
+  hidden.visible = false;
+  LiveControl empty = site.author.make("Empty");
+  empty.control().SetProperty("Contents", "");
+  LiveControl stale = site.author.make("Bad");
+  stale.control().SetProperty("SNAPSHOT", "an author's own");
+  site.folder.write("p.html", page_of(site.author.make("A").record()) + page_of(stale.record()) + page_of(hidden) +
+                                  page_of(empty.record()));
+  std::string drawn;
+  Publisher publisher(site.author.session, Publisher::Writing::Write, [&](const ChartPicture& picture) -> std::string {
+    drawn += picture.settings.at(0).first + std::to_string(picture.width) + " ";
+    if (drawn.size() > 12) throw AutomationError(RunTimeError::InvalidCall, "out of ink");
+    return "<svg>drawn</svg>";
+  });
+  const PublishedFile result = publisher.publish_page(site.folder.path("p.html"), site.folder.path("p.html"));
+  EXPECT_EQ(result.outcome, Outcome::Written);
+  EXPECT_EQ(result.pictures, 1u);
+  EXPECT_EQ(drawn, "XmlStyle480 XmlStyle480 ");
+  const std::string problems = site.problems(result);
+  EXPECT_NE(problems.find(":1: warning: control \"Bad\": no picture: out of ink\n"), std::string::npos) << problems;
+  const std::string bytes = site.folder.read("p.html");
+  EXPECT_NE(bytes.find("\"><svg>drawn</svg></div><table>"), std::string::npos);
+  EXPECT_EQ(bytes.find("<svg"), bytes.rfind("<svg"));
+  EXPECT_EQ(bytes.find("<p>an author's own"), std::string::npos);
 }
 
 // Every file with its target, without the folder; pages in brackets.

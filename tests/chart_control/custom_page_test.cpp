@@ -92,6 +92,50 @@ TEST(CustomPage, WritesToTheDictionaryThatTheControlHasByThen) {
   EXPECT_EQ(f.notice->GetProperty("TITLE"), "new");
 }
 
+TEST(CustomPage, GivesOneControlsEditsToNoOther) {
+  struct Broken final : AutomationObject {
+    Variant get(std::string_view member) override {
+      if (member == failing) throw AutomationError(RunTimeError::InvalidCall);
+      return control->get(member);
+    }
+    void put(std::string_view member, const Variant& value) override { control->put(member, value); }
+    Variant call(std::string_view member, Arguments arguments) override { return control->call(member, arguments); }
+    std::string failing;
+    std::shared_ptr<TemplateDTC> control;
+  };
+  for (const std::string failing : {"advancedSpecSection", "templateFile", "CustomProperties"}) {
+    CustomFixture f;
+    Custom page(f.host.components);
+    page.select({f.selected(true)});
+    f.box(page, "TITLE").user_type("the chart's");
+    const auto broken = std::make_shared<Broken>();
+    broken->control = f.notice;
+    broken->failing = failing;
+    EXPECT_EQ(brief_outcome([&] { return page.select({broken}), ""; }), "error 5") << failing;
+    EXPECT_EQ(page.find("TITLE"), nullptr);
+    broken->failing.clear();
+    page.apply();
+    EXPECT_EQ(f.notice->GetProperty("TITLE"), "old") << failing;
+  }
+}
+
+TEST(CustomPage, MayGoBeforeItsForm) {
+  CustomFixture f;
+  const ObjectRef form = f.host.components.create(CustomizerControl::identifier);
+  f.host.components.add(std::string(CustomizerControl::identifier), [&form] { return form; });
+  ObjectRef host;
+  {
+    Custom page(f.host.components);
+    page.select({f.selected(false)});
+    f.box(page, "TITLE").user_type("new");
+    host = form->get("host").to_object();
+  }
+  EXPECT_TRUE(form_of(form)->controls().empty());
+  EXPECT_EQ(outcome([&] { return form->call("Accept").to_text(); }), "");
+  EXPECT_EQ(brief_outcome([&] { return host->call("RaiseChangedEvent").to_text(); }), "error 91");
+  EXPECT_EQ(f.notice->GetProperty("TITLE"), "old");
+}
+
 TEST(CustomPage, AnEmptySpecIsAnEmptyForm) {
   CustomFixture f;
   f.host.files["TEMPLATE.DAT"] = "[ADVANCED_SPEC]\n";

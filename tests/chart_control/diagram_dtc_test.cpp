@@ -301,6 +301,17 @@ TEST(DiagramDTC, RelaysTheEventsOfItsDesignView) {
   EXPECT_EQ(unseen.log.event_sink, nullptr);
 }
 
+TEST(DiagramDTC, LeavesNoDesignViewHalfMade) {
+  ChartFixture f;
+  f.log.failing = {"setEventSink"};
+  EXPECT_EQ(outcome([&] { return f.chart.InitProperties(), ""; }), "error 5: no events");
+  EXPECT_EQ(f.chart.diagram(), nullptr);
+  EXPECT_TRUE(f.site.children.empty());
+  f.log.failing.clear();
+  f.chart.InitProperties();
+  EXPECT_NE(f.chart.getDiagram(), nullptr);
+}
+
 TEST(DiagramDTC, IsReachedByMemberName) {
   ChartFixture f;
   f.initialised();

@@ -88,8 +88,10 @@ public:
   void put(std::string_view member, const Variant&) override { no_such_member(member, "Refusing"); }
   Variant call(std::string_view member, Arguments arguments) override {
     if (member == "FireCustomPropertyChange") log += "fire ";
-    if (member != "atPut") return member == "atGet" ? stored.atGet(arguments[0].to_text()) : Variant();
+    if (member != "atPut" && member != "atGet") return {};
     const std::string key = arguments[0].to_text();
+    if (key == unreadable) throw AutomationError(RunTimeError::InvalidCall, "no " + key);
+    if (member == "atGet") return stored.atGet(key);
     if (refuses && key == "ONPICK") throw AutomationError(RunTimeError::InvalidCall, "no " + key);
     stored.atPut(key, arguments[1].to_text());
     log += key + " ";
@@ -97,6 +99,7 @@ public:
   }
 
   bool refuses = true;
+  std::string unreadable;
   Dictionary stored;
   std::string log;
 };
@@ -112,6 +115,36 @@ TEST(EventsPage, KeepsWhatTheControlRefused) {
   control->refuses = false;
   f.page.apply();
   EXPECT_EQ(control->log, "ONREADY fire ONPICK ONFAIL EVENTS fire ");
+}
+
+TEST(EventsPage, KeepsTheListOfAControlThatFailsMidway) {
+  EventsFixture f;
+  const auto control = std::make_shared<Refusing>();
+  for (const std::string_view key : {"ONREADY", "ONFAIL"}) control->stored.atPut(key, "x");
+  control->stored.atPut("EVENTS", "my-ready my-fail");
+  control->unreadable = "ONFAIL";
+  EXPECT_EQ(brief_outcome([&] { return f.page.select({control}), ""; }), "error 5");
+  control->unreadable.clear();
+  f.page.apply();
+  EXPECT_EQ(control->stored.atGet("EVENTS"), "my-ready my-fail");
+}
+
+TEST(EventsPage, SharesAScriptBetweenEventsOfOneKey) {
+  EventsFixture f;
+  f.host.files["TEMPLATE.DAT"] = "[CONSTANT]\n#DEFINE EVENTHANDLER_a ON\n#DEFINE EVENTHANDLER_b ON\n";
+  TemplateSession fresh(f.host.platform);
+  TemplateDTC control(fresh, f.site);
+  f.page.select({f.selected(true)});
+  Events page(fresh);
+  page.select({ObjectRef(ObjectRef(), &control)});
+  page.lstEvents.user_select(0);
+  page.txtScript.user_type("first");
+  page.lstEvents.user_select(1);
+  EXPECT_EQ(page.txtScript.text(), "first");
+  page.txtScript.user_type("last");
+  EXPECT_EQ(page.lstEvents.entries(), (StringList{"a (script)", "b (script)"}));
+  page.apply();
+  EXPECT_EQ(listing(*control.CustomProperties()), "ON=last;EVENTS=a b;");
 }
 
 TEST(EventsPage, SaysThatThereAreNoEvents) {

@@ -56,6 +56,7 @@ public:
   Variant call(std::string_view member, Arguments arguments) override {
     if (member == "setEventSink") {
       log_.event_sink = arguments[0].is_nothing() ? nullptr : arguments[0].to_object();
+      if (log_.failing.contains(member)) throw AutomationError(RunTimeError::InvalidCall, "no events", "FakeComponent");
       return {};
     }
     std::string line = "call " + std::string(member);

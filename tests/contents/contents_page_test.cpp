@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -24,7 +25,7 @@ public:
   Variant get(std::string_view member) override {
     if (member == "templateFile") return template_file;
     if (member == "CustomProperties") return ObjectRef(properties);
-    if (member == "getDiagram") return ObjectRef(chart_);
+    if (member == "getDiagram") return has_chart ? ObjectRef(chart_) : nullptr;
     no_such_member(member, "FakeControl");
   }
   void put(std::string_view member, const Variant& value) override {
@@ -37,6 +38,7 @@ public:
 
   std::shared_ptr<Dictionary> properties = std::make_shared<Dictionary>();
   std::string template_file = "T.DAT";
+  bool has_chart = true;
 
 private:
   struct Chart final : AutomationObject {
@@ -47,6 +49,19 @@ private:
 
   std::string& log_;
   std::shared_ptr<Chart> chart_ = std::make_shared<Chart>();
+};
+
+/// A component with a form and what every component of the page has, unless it is to fail there.
+class Editor final : public HostedForm {
+public:
+  Variant get(std::string_view member) override { no_such_member(member, "Editor"); }
+  void put(std::string_view, const Variant&) override {}
+  Variant call(std::string_view member, Arguments) override {
+    if (fails_with == RunTimeError::NoSuchMember) no_such_member(member, "Editor");
+    if (fails_with) throw AutomationError(*fails_with);
+    return {};
+  }
+  std::optional<RunTimeError> fails_with;
 };
 
 /// An author at the page. The control's template lets the property EDITOR choose what stands on it.
@@ -144,6 +159,90 @@ TEST_F(ContentsPageTest, TheTemplateChoosesWhatStandsOnThePage) {
   EXPECT_EQ(brief_outcome([&] { return page.select({}), ""; }), "error 91");
 }
 
+TEST_F(ContentsPageTest, SaysWhatIsWrongWithTheChoice) {
+  host.components.add("Editor", [] {
+    auto made = std::make_shared<Editor>();
+    made->fails_with = RunTimeError::NoSuchMember;
+    return made;
+  });
+  struct Case {
+    std::string_view editor, told;
+  };
+  const Case cases[] = {
+      {"", "The template of this control names nothing to edit contents with."},
+      {"[NONE]", "There is no section \"NONE\" in T.DAT, which DSPROGID of T.DAT names."},
+      {"[FORM]:NONE.DAT", "There is no section \"FORM\" in NONE.DAT, which DSPROGID of T.DAT names."},
+      {"[", "error 5: DSPROGID of T.DAT is \"[\", which names no form; write [SECTION] or [SECTION]:FILE"},
+      {"[]", "error 5: DSPROGID of T.DAT is \"[]\", which names no form; write [SECTION] or [SECTION]:FILE"},
+      {"[FORM]:", "error 5: DSPROGID of T.DAT is \"[FORM]:\", which names no form; write [SECTION] or [SECTION]:FILE"},
+      {"Editor",
+       "error 429: DSPROGID of T.DAT names \"Editor\", which cannot edit contents: "
+       "Object doesn't support this property or method: \"Discard\""},
+  };
+  for (const Case& c : cases) {
+    page.select({control(editor, "<xml>1")});
+    const std::string told = outcome([&] {
+      page.select({control(c.editor, "<xml>1")});
+      return page.lblNoEditor.visible ? page.lblNoEditor.caption : "";
+    });
+    EXPECT_EQ(told, c.told);
+    EXPECT_FALSE(page.find("PlexorasDTCDsContentsComponent")->visible) << c.editor;
+  }
+}
+
+TEST_F(ContentsPageTest, AComponentMayRefuseToDiscardWhenItIsReplaced) {
+  const auto refusing = std::make_shared<Editor>();
+  host.components.add("Editor", [&] { return refusing; });
+  page.select({control("Editor", "")});
+  refusing->fails_with = RunTimeError::InvalidCall;
+  page.select({control(editor, "<xml>1")});
+  EXPECT_EQ(on_page<TextBox>("txtContents").text(), "<xml>1");
+
+  refusing->fails_with.reset();
+  page.select({control("Editor", "")});
+  refusing->fails_with = RunTimeError::InvalidCall;
+  EXPECT_EQ(brief_outcome([&] { return page.select({control("Editor", "")}), ""; }), "error 5") << "it would stay";
+  EXPECT_EQ(shown(), "");
+}
+
+TEST_F(ContentsPageTest, TellsTheControlOfWhatWasStoredBeforeARefusal) {
+  const auto selected = control(editor, "");
+  page.select({selected});
+  while (selected->properties->Count() < Dictionary::capacity - 1) {
+    selected->properties->atPut("K" + std::to_string(selected->properties->Count()), "v");
+  }
+  page.setValue("TAKEN", "1");
+  page.setValue("REFUSED", "2");
+  page.Changed = true;
+  EXPECT_EQ(brief_outcome([&] { return page.apply(), ""; }), "error 9");
+  EXPECT_EQ(log, "FireCustomPropertyChange with " + listing(*selected->properties) + " ");
+  EXPECT_EQ(selected->properties->atGet("TAKEN"), "1");
+  EXPECT_TRUE(page.Changed);
+
+  log.clear();
+  page.select({selected});
+  page.setValue("REFUSED", "2");
+  EXPECT_EQ(brief_outcome([&] { return page.apply(), ""; }), "error 9");
+  EXPECT_EQ(log, "") << "nothing has changed";
+}
+
+TEST_F(ContentsPageTest, MayGoBeforeItsForm) {
+  const ObjectRef form = host.components.create(CustomizerControl::identifier);
+  host.components.add(std::string(CustomizerControl::identifier), [&form] { return form; });
+  const auto selected = control("[FORM]", "old");
+  ObjectRef former_host;
+  {
+    Contents short_lived(templates);
+    short_lived.select({selected});
+    dynamic_cast<TextBox&>(*short_lived.find("Contents")).user_type("new");
+    former_host = form->get("host").to_object();
+  }
+  EXPECT_TRUE(form_of(form)->controls().empty());
+  EXPECT_EQ(outcome([&] { return form->call("Accept").to_text(); }), "");
+  EXPECT_EQ(outcome([&] { return former_host->call_with("GetValue", {"Contents"}).to_text(); }),
+            "error 91: The property page has gone");
+}
+
 TEST_F(ContentsPageTest, StoresWhatTheBoxShowsByteForByte) {
   const std::string_view texts[] = {
       "<xml>R&amp;D &lt;new&gt;</>", "<xml>&amp;amp;</>", "&", "&&amp;;amp;", "", "a\r\nb"};
@@ -210,6 +309,9 @@ TEST_F(ContentsPageTest, SetShowsTheTextInTheChartAndStoresNothing) {
   EXPECT_EQ(log, "XmlContents=<xml>R&amp;D; ");
   EXPECT_EQ(host.messages, std::vector<std::string>{"|Cannot show malformatted XML"});
   EXPECT_EQ(selected->properties->atGet("Contents"), "<xml>1");
+  selected->has_chart = false;
+  EXPECT_EQ(outcome([&] { return on_page<Button>("cmdSet").user_click(), ""; }),
+            "error 91: The control shows no chart in which contents could be set");
 }
 
 TEST_F(ContentsPageTest, AnInputFormEditsTheProperties) {

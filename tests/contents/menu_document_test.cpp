@@ -4,6 +4,7 @@
 
 #include <random>
 
+#include "fixtures/fixtures.h"
 #include "literal_menu.h"
 
 namespace plexoras {
@@ -58,27 +59,27 @@ TEST(MenuDocument, WritesAndReadsBack) {
   }
 }
 
+// "level type|caption|param"; a built-in item's type and param are those of its command.
+std::string shown(const MenuNode& node, const Dictionary& commands) {
+  std::string type = node.Kind == separator ? "separator" : "script";
+  std::string param = node.Param;
+  if (node.Kind == built_in) {
+    const std::string command = commands.atGet(node.Param);
+    type = command.substr(0, command.find(':'));
+    param = command.substr(type.size() + 1);
+  }
+  return std::to_string(node.Level) + " " + type + "|" + node.Caption + "|" + param;
+}
+
 TEST(MenuDocument, ReadsAsFarAsTheTagsGo) {
   const Dictionary commands = sample_commands();
-  struct Case {
-    const char* name;
-    std::string_view document;
-    Nodes nodes;
-  };
-  const Case cases[] = {
-      {"no > ends it", "<xml><SEPARATOR></><ITEM type=\"java\"<", {{"--", "", 0, separator}}},
-      {"no < ends it", "<xml><SEPARATOR></><SEPARATOR>", {{"--", "", 0, separator}}},
-      {"a value that is not closed", "<xml><ITEM type=\"script>A</></>", {{"A", "", 0, script}}},
-      {"a < in a tag",
-       "<xml><ITEM type=\"script\" param=\"a<b\">A</></>",
-       {{"", "a<b", 0, script}, {"A", "", 1, script}}},
-      {"line ends belong to the caption",
-       "<xml>\r\n<MENU>A\r\n<SEPARATOR></></></>",
-       {{"A\r\n", "", 0, script}, {"--", "", 1, separator}}},
-      {"too many ends", "<xml></></></><A></><", {{"", "", -3, script}}},
-      {"a second root", "<xml></><xml><SEPARATOR></></>", {{"--", "", 0, separator}}},
-  };
-  for (const Case& c : cases) EXPECT_EQ(read_menu_document(c.document, commands), c.nodes) << c.name;
+  for (const nlohmann::json& c : fixtures("menu.json")) {
+    std::vector<std::string> menu;
+    for (const MenuNode& node : read_menu_document(text_of(c, "document"), commands)) {
+      menu.push_back(shown(node, commands));
+    }
+    EXPECT_EQ(menu, c["menu"].get<std::vector<std::string>>()) << c["name"];
+  }
 }
 
 RunTimeError refusal(const std::string& document) {

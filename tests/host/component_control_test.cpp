@@ -17,6 +17,8 @@ public:
   Variant call(std::string_view member, Arguments arguments) override {
     if (member == "setEventSink" && has_events_) {
       sink = arguments[0].is_nothing() ? nullptr : arguments[0].to_object();
+      if (sink != nullptr) kept_sink = sink;
+      if (refuses) throw AutomationError(RunTimeError::InvalidCall);
     } else if (member == "select") {
       const ObjectRef told = sink;
       if (told != nullptr) told->call_with("SelectionChange", {arguments[0]});
@@ -26,7 +28,8 @@ public:
     return {};
   }
 
-  ObjectRef sink;
+  ObjectRef sink, kept_sink;
+  bool refuses = false;
 
 private:
   bool has_events_;
@@ -70,6 +73,16 @@ TEST(ComponentControl, MayBeDeletedByItsHandler) {
   control.component().call_with("select", {1});
   EXPECT_EQ(log, captured);
   EXPECT_EQ(grid->sink, nullptr);
+}
+
+TEST(ComponentControl, TakesItsListenerBackFromAComponentThatRefusesIt) {
+  const auto grid = std::make_shared<Grid>();
+  grid->refuses = true;
+  int heard = 0;
+  EXPECT_THROW(ComponentEvents(grid, [&](std::string_view, Arguments) { ++heard; }), AutomationError);
+  EXPECT_EQ(grid->sink, nullptr);
+  grid->kept_sink->call_with("SelectionChange", {1});
+  EXPECT_EQ(heard, 0);
 }
 
 TEST(ComponentControl, HoldsComponentsWithoutEvents) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "outcome.h"
+
 namespace plexoras {
 namespace {
 
@@ -171,8 +173,12 @@ TEST(Form, FindsControlsInFramesAndHostedForms) {
   EXPECT_EQ(page.find("txtname"), nullptr);
   host.enabled = false;
   EXPECT_FALSE(hosted->chkGrid.user_click()) << "the host's state is passed on";
+  Form window;
+  const auto host_elsewhere = [&] { return window.add<FormHost>("Elsewhere", hosted).name(); };
+  EXPECT_EQ(outcome(host_elsewhere), "error 5: The form stands in \"Sample\" already");
   page.remove_controls();
   EXPECT_TRUE(hosted->chkGrid.user_click()) << "taken off the page";
+  EXPECT_EQ(outcome(host_elsewhere), "Elsewhere");
 }
 
 TEST(Form, LetsAHandlerDeleteItsOwnControl) {

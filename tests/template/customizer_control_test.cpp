@@ -241,6 +241,27 @@ TEST(CustomizerControl, WhatDoesNotShowIsNotInTheWay) {
   EXPECT_EQ(author.accept(), "error 5: Size takes a whole number, not \"large\"");
 }
 
+TEST(CustomizerControl, MayBeBuiltAnewWhileItStores) {
+  struct Reloading final : AutomationObject {
+    explicit Reloading(Author& of) : author(of) {}
+    Variant get(std::string_view member) override { return author.values->get(member); }
+    void put(std::string_view member, const Variant& value) override { author.values->put(member, value); }
+    Variant call(std::string_view member, Arguments arguments) override {
+      const Variant result = author.values->call(member, arguments);
+      if (member == "atPut") author.load();
+      return result;
+    }
+    Author& author;
+  };
+  Author author("#DEFINE A_SPEC 'A|text'\n#DEFINE B_SPEC 'B|text'\n", {{"A", ""}, {"B", ""}});
+  author.component->call_with("loadWindowSpec", {"S", "T.DAT", ObjectRef(std::make_shared<Reloading>(author))});
+  author.box("A").user_type("1");
+  author.box("B").user_type("2");
+  EXPECT_EQ(author.accept(), "");
+  EXPECT_EQ(listing(*author.values), "A=1;B=2;");
+  EXPECT_EQ(author.box("B").text(), "2");
+}
+
 TEST(CustomizerControl, ABrokenLoadLeavesAnEmptyForm) {
   Author author("#DEFINE A_SPEC 'A|text'\n", {{"A", "1"}});
   const auto loading = [&](const Variant& values) {

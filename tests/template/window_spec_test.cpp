@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "engine_fixture.h"
 
 namespace plexoras {
@@ -128,6 +130,11 @@ TEST(WindowSpec, TellsWhereItCannotRead) {
       {"#DEFINE B_SPEC 'B|text|size 5x-1'", 29, "\"5x-1\" is not of the form size WIDTHxHEIGHT, in pixels"},
       {"#DEFINE B_SPEC 'B|text|when KIND'", 29,
        "the condition needs a setting and its values; write when KEY=value;value"},
+      {"#DEFINE B_SPEC 'B|text|at 1,2|DISABLED|at 1,2'", 40, "the option \"at\" is given twice; remove one of them"},
+      {"#DEFINE B_SPEC 'B|text|when KIND=a|when KIND=b'", 36, "the option \"when\" is given twice; remove one of them"},
+      {"#DEFINE B_SPEC 'B|text|when KIND=a|unless KIND=b'", 43, "an entry has one condition; remove the other"},
+      {"#DEFINE B_COMMENT x", 19, "there is no entry \"B\" that this could be about"},
+      {"  B_SPEC 'B|text'", 3, "a line of text means nothing in a window-spec; begin it with #DEFINE"},
       {"#DEFINE B_SPEC ''", 17, "a setting needs a type; write 'Caption:|text'"},
       {"#DEFINE B_SPEC", 1, "the directive needs more: write #DEFINE NAME value (error 5)"},
       {"#DEFINE B_SPEC '$(\\KIND,x)|text'", 17,
@@ -155,12 +162,17 @@ TEST(WindowSpec, GoesOnWithWhatItCanRead) {
     std::string_view section, entries, told;
   };
   const Case cases[] = {
-      {"a condition on nothing", "#DEFINE A_SPEC 'A|text|when KNID=tip'\n", "text A [A]\n",
+      {"a condition on nothing", "#DEFINE A_SPEC 'A|text|when KNID=tip'\n#DEFINE B_SPEC 'B|text'\n",
+       "text A [A]\nUnreadable  [T.DAT:2:24: there is no setting \"KNID\" for the condition; it is left out]\n"
+       "text B [B]\n",
        "T.DAT:2:24: error: there is no setting \"KNID\" for the condition; it is left out\n"},
-      {"words about nothing", "#DEFINE A_COMMENT 'x'\n", "",
-       "T.DAT:2:20: error: there is no entry \"A\" that this could be about\n"},
-      {"a line without its directive", "#DEFINE A_SPEC 'A|text'\n\nB_SPEC 'B|text'\n", "text A [A]\n",
-       "T.DAT:4:1: error: a line of text means nothing in a window-spec; begin it with #DEFINE\n"},
+      {"text that a reference makes, behind an equal line that does not count",
+       "#DEFINE _T x\n#IFDEF NONE\n  $(_T)\n#ENDIF\n\n  \n  $(_T)\n$(NONE)\n",
+       "Unreadable  [T.DAT:8:3: a line of text means", "T.DAT:8:3: error: a line of text means nothing"},
+      {"text that is brought in", "#INCLUDE M\n[M]\n\tB_SPEC x\n",
+       "Unreadable  [T.DAT:4:2: ", "T.DAT:4:2: error: a line of text"},
+      {"text that a macro makes", "#MACRO M B_SPEC $(_NAME)\n#M x\n",
+       "Unreadable  [T.DAT:3:1: ", "T.DAT:3:1: error: a line of text"},
       {"the last definition counts", "#DEFINE A_SPEC 'A'\n#DEFINE B_SPEC 'B|text'\n#DEFINE A_SPEC 'C|text'\n",
        "text A [C]\ntext B [B]\n", ""},
       {"an inclusion", "#INCLUDE M\n[M]\n#DEFINE A_SPEC 'A|x'\n",
@@ -197,6 +209,14 @@ TEST(WindowSpec, WhatTheControlBringsIsNoEntry) {
   EXPECT_EQ(reading("#DEFINE A_SPEC 'A|text'\n"), "text A [A]\n");
   EXPECT_EQ(read_window_spec(reading.session, "NONE.DAT", "S", reading.values).size(), 0u);
   EXPECT_EQ(reading.session.diagnostics.size(), 1u) << "that the file is missing";
+  EXPECT_EQ(Reading()("#INCLUDE S FROM NONE.DAT\n"), "");
+}
+
+TEST(WindowSpec, TellsAHundredLinesOfATextThatIsNoForm) {
+  Reading reading;
+  const std::string entries = reading(repeated("<p>\n", 300));
+  EXPECT_EQ(std::count(entries.begin(), entries.end(), '\n'), 100);
+  EXPECT_EQ(reading.session.diagnostics.size(), 100u);
 }
 
 }  // namespace

@@ -11,6 +11,7 @@ import json
 import os
 import pty
 import re
+import shlex
 import shutil
 import signal
 import struct
@@ -138,7 +139,7 @@ class CommandLine(ToolTest):
     def test_help_begins_with_examples(self):
         self.assertEqual(self.run_tool().stdout, self.run_tool("--help").stdout)
         self.assertRegex(self.done("--version"), rb"^plexoras \d+\.\d+\.\d+\n$")
-        commands = ["new", "get", "set", "import", "refresh", "publish", "expand"]
+        commands = ["new", "get", "set", "page", "describe", "image", "import", "refresh", "publish", "expand", "check"]
         for command in commands:
             self.assertIn(f"  {command} ", self.done("--help").decode())
             text = self.done(command, "-h").decode()
@@ -776,7 +777,10 @@ class Publish(ToolTest):
         for name, data in {"a.html": page, "sub/b.HTM": page, "plain.html": b"<p>", "x.bin": b"\0\r\n",
                            ".git/config": b"g", ".htaccess": b"h", "sub/empty.css": b""}.items():
             self.write("site/" + name, data)
-        rows = self.json("publish", "site", "-o", "site/out")
+        *rows, script = self.json("publish", "site", "-o", "site/out")
+        self.assertEqual((script["target"], script["outcome"]), ("site/out/plexoras-diagram.js", "copied"))
+        self.assertEqual(self.read(script["source"]), self.read(script["target"]))
+        self.assertIn(b'<script defer src="../plexoras-diagram.js"></script>', self.read("site/out/sub/b.HTM"))
         self.assertEqual({r["source"]: r["outcome"] for r in rows}, {
             "site/.htaccess": "copied", "site/a.html": "written", "site/plain.html": "copied",
             "site/sub/b.HTM": "written", "site/sub/empty.css": "copied", "site/x.bin": "copied"})
@@ -855,12 +859,78 @@ class Publish(ToolTest):
             rest, errors = process.communicate(timeout=60)
         self.assertEqual((process.returncode, errors), (130, b""))
         rows = [json.loads(line) for line in [first, *rest.splitlines()]]
+        script = rows.pop()  # that the pages published so far ask for
+        self.assertEqual(script["outcome"], "copied")
         self.assertLess(len(rows), 200)
         published = [row["source"] for row in rows]
         for number in range(200):
             name = f"site/{number:03}.html"
             self.assertEqual(self.read(name) != page, name in published, name)
-        self.assertEqual(len(self.files()), 201, "no temporary file is left")
+        self.assertEqual(len(self.files()), 202, "no temporary file is left")
+
+    def test_snapshots(self):
+        self.done("new", "p.html", "--name", "A", "CAPTION=Ä $(X) --> & <b>")
+        self.done("new", "p.html", "--name", "B", "DiagramType=99999")
+        drawing = ("import json, sys\n"
+                   "for line in sys.stdin:\n"
+                   "    asked = json.loads(line)\n"
+                   "    bad = '99999' in asked['settings']['XmlStyle']\n"
+                   "    print(json.dumps({'error': 'XmlStyle: no such type'} if bad else {'svg':\n"
+                   "        '<svg id=\"%s1\">%s</svg>' % (asked['prefix'], asked['languages'][0])}), flush=True)\n")
+        nodes = [
+            ("draws", f"exec {sys.executable} -c {shlex.quote(drawing)}", 1,
+             [r'p\.html:\d+:1: warning: control "B": no picture: XmlStyle: no such type']),
+            ("ends", "exit 1", 0, [r'control "%s": no picture: the program has ended; "node .*plexoras-render\.mjs" shows' % n
+                                   for n in "AB"]),
+            ("answers at once, and ends", "echo '{\"svg\": 1}'", 0,
+             [r'control "%s": no picture: the program (has ended|answers no picture)' % n for n in "AB"]),
+            ("does not speak JSON", "while read -r line; do echo hello; done", 0,
+             [r'control "%s": no picture: the program answers no picture' % n for n in "AB"]),
+            ("is no program", None, 0, [r"^plexoras: warning: pages are published without pictures: there is no program "
+                                        r'"node"; install Node 18 or later']),
+        ]
+        for name, script, pictures, expected in nodes:
+            shutil.rmtree(self.path("bin"), ignore_errors=True)
+            os.mkdir(self.path("bin"))
+            if script is not None:
+                self.write("bin/node", f"#!/bin/sh\n{script}\n".encode())
+                os.chmod(self.path("bin/node"), 0o755)
+            path = {"PATH": self.path("bin")}
+            result = self.run_tool("publish", "p.html", "-o", "out", "--snapshot", env=path)
+            *warnings, last = result.stderr.decode().splitlines()
+            self.assertEqual((result.returncode, len(warnings)), (0, len(expected)), (name, result.stderr))
+            for warning, pattern in zip(warnings, expected):
+                self.assertRegex(warning, pattern, name)
+            self.assertEqual(", 1 picture drawn" in last, pictures == 1, last)
+            page = self.read("out/p.html")
+            self.assertEqual(page.count(b"<div data-stamp="), pictures, name)
+            self.assertEqual(page.count(b"<table>"), 2, name)
+            if pictures == 1:
+                self.assertRegex(page, rb'<div data-stamp="([0-9a-f]{16})"><svg id="p\1-1">en</svg></div>\n<table>')
+        self.refused(1, 'p.html#A: there is no picture: there is no program "node"', "image", "p.html#A", "-o", "a.svg",
+                     env={"PATH": self.path("bin")})
+
+    @unittest.skipUnless(shutil.which("node"), "needs Node")
+    def test_snapshots_by_the_real_program(self):
+        self.done("new", "p.html", "--name", "A", "CAPTION=Ä $(X) --> & <b>", "FontSize=13")
+        self.done("new", "p.html", "--name", "B", "DiagramType=9")
+        rows = self.json("publish", "p.html", "-o", "out", "--snapshot")
+        self.assertEqual([row["pictures"] for row in rows], [2, 0], rows)
+        page = self.read("out/p.html").decode()
+        self.assertEqual(len(re.findall(r'<div data-stamp="[0-9a-f]{16}"><svg ', page)), 2)
+        self.assertIn("Ä &#36;(X) --&gt; &amp; &lt;b&gt;", page)
+        ids = re.findall(r' id="([^"]*)"', page)
+        self.assertEqual(len(ids), len(set(ids)), ids)
+        self.assertEqual(self.read("out/p.html"), page.encode())
+        self.assertIn(b"0 written, 1 unchanged, 2 pictures", self.run_tool("publish", "p.html", "-o", "out",
+                                                                           "--snapshot").stderr)
+        self.assertEqual(self.done("check", "out/p.html"), b"")
+        self.done("set", "out/p.html#A", "FontSize=14")
+        self.assertRegex(self.done("check", "out/p.html").decode(), r"^out/p\.html:\d+:18: warning: .*\[stale-picture\]")
+        self.done("image", "p.html#A", "-o", "a.svg")
+        svg = self.read("a.svg").decode()
+        self.assertTrue(svg.startswith("<svg xmlns=") and svg.endswith("</svg>"), svg[:99])
+        self.assertIn('width="480" height="320" viewBox="0 0 480 320"', svg)
 
 
 if __name__ == "__main__":

@@ -17,6 +17,7 @@ public:
   explicit AuthorText(const std::set<std::string>& names) : holding_(names.begin(), names.end()) {}
 
   bool holds(const std::string& name) const { return holding_.contains(name); }
+  std::set<std::string> names() const { return {holding_.begin(), holding_.end()}; }
   void set(const std::string& name, bool is_author_text);
 
   void open_condition() { conditions_.push_back({changes_.size(), {}}); }

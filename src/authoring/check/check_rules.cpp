@@ -62,8 +62,7 @@ constexpr CheckRule rules[] = {
      "not used."},
     {"runaway-reference", Error, Template, "A macro or variable that is made of itself",
      "Its expansion has no end: the section stops at the first use and gives nothing. A variable holds references "
-     "where "
-     "its definition escapes them.",
+     "where its definition escapes them. Only definitions that are surely there together are told.",
      "#MACRO ITEM <li>$(ITEM)</li>\n", "#MACRO ITEM <li>$(_VALUE)</li>\n"},
     {"bad-reference", Error, Template, "A reference that cannot be read",
      "A replacement of fewer than three parts, \"[\" alone, or %INC and %DEC of what is no whole number stop the "
@@ -75,10 +74,9 @@ constexpr CheckRule rules[] = {
      "<p>$(TITLE</p>\n", "<p>$(TITLE)</p>\n"},
     {"unescaped-text", Warning, Template, "Text that an author types, put into the page as it is",
      "Quotation marks, tags and references in it would change the page. The custom properties, WIDTH, HEIGHT and "
-     "APPLETID are such text, and so is what may be made of them, unless it goes through the macro HTML of APPLET.DAT "
-     "or "
-     "$(\\NAME). A form that takes numbers alone is no guard, for \"plexoras set\" takes any text. Where a comparison "
-     "has "
+     "APPLETID are such text, and so is what definitions, macros and sections may make of them. It is harmless behind "
+     "the macro HTML of APPLET.DAT or $(\\NAME), and as a script behind the macro SCRIPT, inside a <script> element "
+     "alone. A form that takes numbers alone is no guard, for \"plexoras set\" takes any text. Where a comparison has "
      "settled the value nothing is told.",
      "<p title=\"$(CAPTION)\">\n", "<p title=\"#(HTML CAPTION)\">\n"},
     {"empty-definition", Warning, Template, "A definition that stores nothing",
@@ -89,8 +87,10 @@ constexpr CheckRule rules[] = {
      "A name ends at the first blank, and the rest of it becomes part of the value. Use no-break blanks.",
      "[CONSTANT]\n#DEFINE DIAGRAMTYPE_Heat table 11\n", "[CONSTANT]\n#DEFINE DIAGRAMTYPE_Heat\u00a0table 11\n"},
     {"unreadable-form", Error, Template, "A line of a form that cannot be read",
-     "The form shows an error in its place, and everything else. Told of section ADVANCED_SPEC, in all branches of its "
-     "conditions; a value that is built from what an author has set is left alone.",
+     "The form shows an error in its place, and everything else. Told of section ADVANCED_SPEC and of the sections "
+     "that "
+     "DSPROGID names, in all branches of their conditions; a value that is built from what an author has set is left "
+     "alone.",
      "[ADVANCED_SPEC]\n#DEFINE SIZE_SPEC 'Size:|integr|1..9'\n",
      "[ADVANCED_SPEC]\n#DEFINE SIZE_SPEC 'Size:|integer|1..9'\n"},
     {"undeclared-setting", Warning, Template, "A setting of a form that is not declared",
@@ -99,6 +99,11 @@ constexpr CheckRule rules[] = {
      "Other hosts may lose what is set there, for a control asks them for what section PROPERTY declares.",
      "[PROPERTY]\n[ADVANCED_SPEC]\n#DEFINE SIZE_SPEC 'Size:|integer|1..9'\n[TEMPLATE]\n<hr>\n",
      "[PROPERTY]\n#DEFINE SIZE 5\n[ADVANCED_SPEC]\n#DEFINE SIZE_SPEC 'Size:|integer|1..9'\n[TEMPLATE]\n<hr>\n"},
+    {"shared-script", Warning, Template, "Two events with one custom property",
+     "The page \"Events\" shows them as two, but the script that is written for one replaces the other's, and readers' "
+     "pages run it for both. Told of the table EVENTHANDLER in section CONSTANT.",
+     "[CONSTANT]\n#DEFINE EVENTHANDLER_plexoras-select ONEVENT\n#DEFINE EVENTHANDLER_plexoras-error ONEVENT\n",
+     "[CONSTANT]\n#DEFINE EVENTHANDLER_plexoras-select ONSELECT\n#DEFINE EVENTHANDLER_plexoras-error ONERROR\n"},
     {"dictionary-overflow", Error, Template, "More than 129 variables",
      "A section has room for 129 variables, the custom properties and what the control sets included. One more stops "
      "it, "
@@ -106,7 +111,7 @@ constexpr CheckRule rules[] = {
     {"dictionary-nearly-full", Warning, Template, "Almost 129 variables",
      "Four more at most will fit. Calls of macros need two, and the macro HTML four at a time."},
     {"missing-section", Error, Template, "An inclusion of a section that is not there",
-     "It gives nothing. A name in brackets asks for a section, too."},
+     "It gives nothing. A name in brackets asks for a section, too, and so does DSPROGID where it names a form."},
     {"missing-file", Error, Template, "An inclusion from a file that is not there",
      "Readers get the comment <!-- ERROR: NO TEMPLATE FILE NAME-->. A file is looked for beside the one that is "
      "checked, "
@@ -122,6 +127,9 @@ constexpr CheckRule rules[] = {
     {"text-outside-section", Warning, Template, "Lines before the first section",
      "They belong to no section, and nothing reads them. A comment begins with \";\".", "The notices\n[TEMPLATE]\n",
      "; The notices\n[TEMPLATE]\n"},
+    {"unknown-rule", Warning, Template, "A comment that allows what no rule forbids",
+     "It silences nothing. Told in templates and pages.", "; check: allow unusd-macro\n#MACRO LATER x\n",
+     "; check: allow unused-macro\n#MACRO LATER x\n"},
     {"unreadable-page", Error, Page, "A control's mark that cannot be read",
      "The page is not published as long as one of its controls cannot be read, or the file itself."},
     {"duplicate-name", Error, Page, "Two controls of one name on a page",
@@ -137,10 +145,14 @@ constexpr CheckRule rules[] = {
     {"refused-menu", Error, Page, "A menu document that the menu builder refuses",
      "An entry may be one level deeper than the one before it, and a menu has 256 entries at most."},
     {"chart-in-paragraph", Warning, Page, "A chart in a paragraph",
-     "A chart is a block: it is published with its data as a table, and a table ends the paragraph that it stands in, "
-     "and the chart's element with it. So the table stays in sight behind the chart. It is told of the <p> that is open "
-     "where the chart stands, whether its end tag is written or not.",
-     "<p>\n<!--dtc PlexorasDTC.DiagramDTC name=\"Sales\"\n", "<div>\n<!--dtc PlexorasDTC.DiagramDTC name=\"Sales\"\n"},
+     "A chart is a block: it is published with its data as a table, and a table ends the paragraph that it stands in "
+     "and the chart's element with it. So readers have the table in sight behind the chart. Use a div or a figure for "
+     "the p around the chart. A p without an end tag lasts to the next block or to the end of the element that it is "
+     "in."},
+    {"stale-picture", Warning, Page, "A picture that no longer shows its chart",
+     "\"plexoras publish --snapshot\" puts a picture of the chart into the text for readers, with a stamp of the "
+     "settings "
+     "and data that it shows. These have changed since. Publish the page again."},
 };
 
 constexpr bool names_are_unique() {

@@ -7,6 +7,7 @@
 #include "authoring/check/page_check.h"
 #include "authoring/check/template_check.h"
 #include "authoring/publisher.h"
+#include "authoring/suggestion.h"
 #include "host/text_lines.h"
 
 namespace fs = std::filesystem;
@@ -52,18 +53,56 @@ std::vector<std::string> templates_in(FileSystem& files, const std::string& fold
 std::string_view allowed_rules(std::string_view comment) {
   constexpr std::string_view word = "check: allow ";
   const std::size_t at = comment.find(word);
-  return at == std::string_view::npos ? std::string_view() : comment.substr(at + word.size());
+  if (at == std::string_view::npos) return {};
+  const std::string_view rules = comment.substr(at + word.size());
+  return rules.substr(0, rules.find("-->"));
 }
 
-// Whether `rules`, which stand with commas or blanks between them, hold `rule`.
-bool names_rule(std::string_view rules, std::string_view rule) {
+// The words of `rules`, with commas or blanks between them.
+std::vector<std::string_view> words_of(std::string_view rules) {
   constexpr std::string_view between = ", \t";
+  std::vector<std::string_view> words;
   while (!rules.empty()) {
     const std::size_t end = std::min(rules.find_first_of(between), rules.size());
-    if (rules.substr(0, end) == rule) return true;
+    if (end > 0) words.push_back(rules.substr(0, end));
     rules.remove_prefix(std::min(end + 1, rules.size()));
   }
-  return false;
+  return words;
+}
+
+bool names_rule(std::string_view rules, std::string_view rule) {
+  const std::vector<std::string_view> words = words_of(rules);
+  return std::find(words.begin(), words.end(), rule) != words.end();
+}
+
+bool is_comment(std::string_view line, CheckRule::Subject subject) {
+  if (subject == CheckRule::Subject::Template) return line.starts_with(';');
+  return line.substr(std::min(line.find_first_not_of(" \t"), line.size())).starts_with("<!--");
+}
+
+// Names in silencing comments that are no rule's. Words may follow the names that say why.
+void check_allowed_rules(const std::string& path, std::string_view bytes, CheckRule::Subject subject,
+                         Findings& findings) {
+  TextLines lines(bytes);
+  for (std::size_t number = 1; const auto line = lines.next(); ++number) {
+    if (!is_comment(*line, subject)) continue;
+    const std::string_view rules = allowed_rules(*line);
+    for (const std::string_view word : words_of(rules)) {
+      const std::string_view before = trimmed(rules.substr(0, static_cast<std::size_t>(word.data() - rules.data())));
+      const std::size_t hyphen = word.find('-', 1);
+      const bool is_name = before.empty() || before.ends_with(',') || hyphen < word.size() - 1;
+      if (!is_name || find_check_rule(word) != nullptr) continue;
+      std::vector<std::string> names;
+      for (const CheckRule& rule : check_rules()) names.emplace_back(rule.name);
+      findings.add({.rule = find_check_rule("unknown-rule"),
+                    .path = path,
+                    .line = number,
+                    .column = static_cast<std::size_t>(word.data() - line->data()) + 1,
+                    .what = "there is no rule " + in_quotes(word) + did_you_mean(word, names),
+                    .mend = "plexoras check --rules lists them",
+                    .first_line = number});
+    }
+  }
 }
 
 // One line of a file that is no template at all may hold any number of faults.
@@ -132,8 +171,10 @@ void Checker::check_file(const std::string& path) {
   if (has_template_name(path) || has_section(bytes)) {
     const std::string file = path.substr(path.find_last_of("/\\") + 1);
     check_template(folder_of(path).model, file, platform_.files.shown(path), bytes, findings_);
+    check_allowed_rules(platform_.files.shown(path), bytes, CheckRule::Subject::Template, findings_);
     return;
   }
+  check_allowed_rules(platform_.files.shown(path), bytes, CheckRule::Subject::Page, findings_);
   std::vector<Finding> found = check_page(session_, path, std::move(bytes));
   for (Finding& finding : found) findings_.add(std::move(finding));
 }
@@ -154,10 +195,7 @@ bool Checker::is_silenced(const Finding& finding) {
   const std::size_t farthest = finding.first_line > most_comments ? finding.first_line - most_comments : 1;
   for (std::size_t line = finding.first_line; line > farthest;) {
     const std::string_view above = line_at(finding.path, --line);
-    const std::size_t text = above.find_first_not_of(" \t");
-    const bool is_comment =
-        is_template ? above.starts_with(';') : text != std::string_view::npos && above.substr(text).starts_with("<!--");
-    if (!is_comment) return false;
+    if (!is_comment(above, finding.rule->subject)) return false;
     if (names_rule(allowed_rules(above), finding.rule->name)) return true;
     if (!is_template) return false;
   }

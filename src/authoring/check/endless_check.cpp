@@ -12,7 +12,11 @@ struct Edge {
   std::string_view target;
   TemplatePlace place;
 };
-using Edges = std::unordered_map<std::string_view, std::vector<Edge>>;
+struct Node {
+  std::size_t branch;
+  std::vector<Edge> edges;
+};
+using Nodes = std::unordered_map<std::string_view, Node>;
 
 // Encoding leaves nothing to expand, a replacement may take it away, and a "?" macro asks first.
 bool may_end(const OutlineReference& reference) {
@@ -45,20 +49,20 @@ std::vector<Edge> edges_of(const DefinitionMade& made) {
 }
 
 void tell(const Edge& edge, std::string_view from, Findings& findings) {
-  const std::string target = "\"" + std::string(edge.target) + "\"";
   findings.add("runaway-reference", edge.place,
-               target + " is made of itself" + (edge.target == from ? "" : ", through \"" + std::string(from) + "\"") +
-                   ", without end",
+               in_quotes(edge.target) + " is made of itself" +
+                   (edge.target == from ? "" : ", through " + in_quotes(from)) + ", without end",
                "remove this reference, or give one of the two another name");
 }
 
 }  // namespace
 
 void check_endless(const TemplateWalk& walk, Findings& findings) {
-  Edges edges;
+  // Definitions that are surely there together: each is the only one of its name, and nothing takes it away.
+  Nodes nodes;
   for (const DefinitionMade& made : walk.definitions()) {
     const bool is_one = !made.name.is_computed && walk.definitions_of(made.name.text).size() == 1;
-    if (is_one) edges[made.name.text] = edges_of(made);
+    if (is_one && !walk.may_undefine(made.name.text)) nodes[made.name.text] = {made.branch, edges_of(made)};
   }
 
   // Depth first, with a list in place of recursion: the names being expanded, and which of their references is next.
@@ -69,19 +73,20 @@ void check_endless(const TemplateWalk& walk, Findings& findings) {
     std::size_t next = 0;
   };
   for (const DefinitionMade& made : walk.definitions()) {
-    if (!edges.contains(made.name.text) || states.contains(made.name.text)) continue;
+    if (!nodes.contains(made.name.text) || states.contains(made.name.text)) continue;
     std::vector<Level> levels = {{made.name.text}};
     states[made.name.text] = State::Open;
     while (!levels.empty()) {
       Level& level = levels.back();
-      const std::vector<Edge>& from = edges.find(level.name)->second;
-      if (level.next == from.size()) {
+      const Node& from = nodes.find(level.name)->second;
+      if (level.next == from.edges.size()) {
         states[level.name] = State::Done;
         levels.pop_back();
         continue;
       }
-      const Edge& edge = from[level.next++];
-      if (!edges.contains(edge.target)) continue;
+      const Edge& edge = from.edges[level.next++];
+      const auto target = nodes.find(edge.target);
+      if (target == nodes.end() || target->second.branch != from.branch) continue;
       const auto [known, is_new] = states.emplace(edge.target, State::Open);
       if (is_new) {
         levels.push_back({edge.target});

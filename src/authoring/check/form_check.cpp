@@ -10,13 +10,11 @@ namespace {
 using DefinitionMade = TemplateWalk::DefinitionMade;
 using Role = WindowSpecName::Role;
 
-bool has_reference(std::string_view text) { return TemplateName(text).is_computed; }
-
 class FormCheck {
 public:
   FormCheck(const TemplateWalk& form, const FormContext& context, Findings& findings)
       : form_(form), context_(context), findings_(findings) {
-    if (context.constants != nullptr) take_constants(*context.constants);
+    take_constants(*context.constants);
     for (const DefinitionMade& made : form.definitions()) {
       const WindowSpecName name = parse_window_spec_name(made.name.text);
       knows_entries_ &= !made.name.is_computed;
@@ -70,7 +68,7 @@ private:
   void check_entry(const DefinitionMade& made, const WindowSpecName& name) {
     const bool is_setting = name.kind == WindowSpecEntry::Kind::Setting;
     if (is_setting && context_.knows_properties && !context_.properties.contains(std::string(name.key))) {
-      findings_.add("undeclared-setting", made.place, "section PROPERTY does not declare " + quoted(name.key),
+      findings_.add("undeclared-setting", made.place, "section PROPERTY does not declare " + in_quotes(name.key),
                     "define it there with its default, or mend the name");
     }
     const std::optional<std::string> value = written_out(made.value);
@@ -111,8 +109,6 @@ private:
     }
     return text.append(value.substr(copied));
   }
-
-  static std::string quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
 
   static TemplatePlace at(const DefinitionMade& made, std::size_t offset) {
     return {made.place.section, made.place.line, made.value.data() + offset};

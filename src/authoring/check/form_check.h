@@ -11,7 +11,7 @@ namespace plexoras {
 struct FormContext {
   std::set<std::string> properties = {};    ///< that section PROPERTY declares
   bool knows_properties = false;            ///< whether those are all
-  const TemplateWalk* constants = nullptr;  ///< section CONSTANT; null where there is none
+  const TemplateWalk* constants = nullptr;  ///< section CONSTANT of the form's file
 };
 
 /// Tells what the form of a control cannot read in its window-spec, in all branches of its conditions, and settings

@@ -9,15 +9,6 @@ bool is_word_character(char c) {
   return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
 }
 
-std::string quoted(std::string_view text) {
-  constexpr std::size_t longest = 60;
-  return "\"" + std::string(text.substr(0, longest)) + (text.size() > longest ? "..." : "") + "\"";
-}
-
-std::string keyword_of(const OutlineLine& line) { return std::string(trimmed(line.directive.keyword)); }
-
-bool has_reference(std::string_view text) { return TemplateName(text).is_computed; }
-
 bool is_whole_number(std::string_view text) {
   if (text.starts_with('-') || text.starts_with('+')) text.remove_prefix(1);
   std::int32_t value = 0;
@@ -61,7 +52,7 @@ void check_keyword(const TemplatePlace& line, Findings& findings) {
   }
   const std::string_view word = std::string_view(line.line->text).substr(0, line.line->text.find(' '));
   const bool is_else_if = word.starts_with("#ELSE");
-  findings.add("misspelled-directive", line, quoted(word) + " counts as " + std::string(keyword),
+  findings.add("misspelled-directive", line, in_quotes(word) + " counts as " + std::string(keyword),
                is_else_if ? "write a condition of its own in the #ELSE branch" : "write " + std::string(keyword));
 }
 
@@ -92,7 +83,7 @@ void check_parts(const TemplatePlace& line, Findings& findings) {
   }
   if (definition.name.starts_with('"') || definition.name.starts_with('\'')) {
     findings.add("blank-in-name", {line.section, line.line, definition.name.data()},
-                 "the name ends at the first blank, quotation marks or not: it is " + quoted(definition.name),
+                 "the name ends at the first blank, quotation marks or not: it is " + in_quotes(definition.name),
                  "write the name without quotation marks, and with no-break blanks where it needs blanks");
   }
 }
@@ -120,7 +111,7 @@ void check_reference(const TemplateUse& use, const TemplatePlace& line, Findings
   } else if (use.how == TemplateUse::How::Call && (reference.name == "%INC" || reference.name == "%DEC") &&
              !has_reference(reference.argument) && !is_whole_number(reference.argument)) {
     findings.add("bad-reference", place,
-                 std::string(reference.name) + " needs a whole number, not " + quoted(reference.argument),
+                 std::string(reference.name) + " needs a whole number, not " + in_quotes(reference.argument),
                  "write a number, or a variable as $(NAME)");
   }
 }

@@ -4,6 +4,7 @@
 
 #include "authoring/live_control.h"
 #include "authoring/page.h"
+#include "authoring/snapshot.h"
 #include "chart_control/chart_component.h"
 #include "chart_control/diagram_dtc.h"
 #include "contents/menu_document.h"
@@ -49,11 +50,25 @@ private:
     }
     if (found_.size() > found_before) return;
     try {
-      LiveControl(session_, control.record);
+      LiveControl live(session_, control.record);
+      check_picture(control, live);
     } catch (const AutomationError& error) {
       add(control, {}, "unloadable-control", error.description(),
           "mend the value in its state, or remove it, so that the control has its default");
     }
+  }
+
+  // Whether the picture in the text for readers shows what the state says.
+  void check_picture(const Page::Control& control, LiveControl& live) {
+    const std::string_view page = page_.bytes();
+    const std::string_view text = page.substr(control.span.text_begin, control.span.text_end - control.span.text_begin);
+    const std::string_view stamp = stamp_in(text);
+    if (stamp.empty()) return;
+    const std::optional<ChartPicture> picture = picture_of(live, page_.language());
+    if (picture && picture->stamp == stamp) return;
+    add_at(static_cast<std::size_t>(stamp.data() - page.data()), control, "stale-picture",
+           "its picture shows other settings or data than it has now",
+           "publish the page again, with --snapshot for a new picture");
   }
 
   void check_place(const Page::Control& control) {
@@ -110,12 +125,18 @@ private:
   // At the key of the control's state, or at its opening where the key is empty.
   void add(const Page::Control& control, std::string_view key, std::string_view rule, std::string what,
            std::string mend) {
+    const std::size_t offset = key.empty() ? control.span.begin : offset_of(control, key);
+    add_at(offset, control, rule, std::move(what), std::move(mend));
+  }
+
+  void add_at(std::size_t offset, const Page::Control& control, std::string_view rule, std::string what,
+              std::string mend) {
     Finding finding{.rule = find_check_rule(rule),
                     .path = page_.path(),
                     .what = "control \"" + control.record.name + "\": " + std::move(what),
                     .mend = std::move(mend),
                     .first_line = control.place.line};
-    found_.push_back({key.empty() ? control.span.begin : offset_of(control, key), std::move(finding)});
+    found_.push_back({offset, std::move(finding)});
   }
 
   std::size_t offset_of(const Page::Control& control, std::string_view key) const {

@@ -1,13 +1,15 @@
 #include "authoring/check/template_check.h"
 
 #include <algorithm>
-#include <optional>
+#include <map>
 #include <set>
+#include <utility>
 
 #include "authoring/check/endless_check.h"
 #include "authoring/check/form_check.h"
 #include "authoring/check/template_names.h"
 #include "chart_control/diagram_dtc.h"
+#include "chart_control/events_page.h"
 #include "host/text_lines.h"
 
 namespace plexoras {
@@ -20,6 +22,7 @@ constexpr std::string_view property_section = "PROPERTY";
 constexpr std::string_view form_section = "ADVANCED_SPEC";
 constexpr std::string_view list_section = "CONSTANT";
 constexpr std::string_view menu_section = "MENUITEMS";
+constexpr std::string_view choice_section = "DSPROGID";
 
 // Sections that no control reads are read up to so many lines in all, however often they include each other.
 constexpr std::size_t most_lines = 500000;
@@ -31,7 +34,7 @@ struct ControlSection {
 };
 constexpr ControlSection control_sections[] = {
     {property_section, Purpose::Variables}, {form_section, Purpose::Form},    {list_section, Purpose::Variables},
-    {menu_section, Purpose::Variables},     {page_section, Purpose::Text},    {"DSPROGID", Purpose::Variables},
+    {menu_section, Purpose::Variables},     {page_section, Purpose::Text},    {choice_section, Purpose::Variables},
     {".COMPANY", Purpose::Variables},       {".PRODUCT", Purpose::Variables}, {".VERSION", Purpose::Variables},
 };
 
@@ -51,6 +54,7 @@ constexpr BoundVariable bound_variables[] = {{"WIDTH", true, BoundVariable::Ther
                                              {"ROWSELECTION"},
                                              {"CUSTOMDAT"},
                                              {"DATATABLE"},
+                                             {"SNAPSHOT"},
                                              {"DIAGRAMSCRIPT"}};
 
 const ControlSection* find_control_section(std::string_view name) {
@@ -66,14 +70,13 @@ public:
     const std::vector<std::string>& names = model.section_names(file);
     context_.file = file_;
     context_.is_closed = std::find(names.begin(), names.end(), page_section) != names.end();
-    form_context_.knows_properties = context_.is_closed;
+    knows_properties_ = context_.is_closed;
   }
 
   void check() {
     for (const ControlSection& section : control_sections) {
       if (model_.find(file_, section.name) != nullptr) check_control_section(section);
     }
-    if (form_) check_form(*form_, form_context_, findings_);
     context_.is_closed = false;
     context_.is_page_text = false;
     check_other_sections();
@@ -82,7 +85,8 @@ public:
 private:
   void check_control_section(const ControlSection& section) {
     const bool is_page_text = section.purpose == Purpose::Text;
-    std::set<std::string> given = is_page_text || section.name == form_section ? properties_ : std::set<std::string>();
+    if (section.purpose == Purpose::Form) return check_form_section(file_, section.name);
+    std::set<std::string> given = is_page_text ? properties_ : std::set<std::string>();
     if (is_page_text) {
       for (const BoundVariable& variable : bound_variables) {
         context_.known.emplace(variable.name);
@@ -102,21 +106,80 @@ private:
     walked_.insert(walk.sections().begin(), walk.sections().end());
     if (section.name == property_section) take_properties(walk);
     if (section.name == list_section || section.name == menu_section) check_table(walk, section.name);
+    if (section.name == list_section) check_events(walk);
+    if (section.name == choice_section) check_choice(walk);
     check_names(model_, walk, context_, findings_);
     check_endless(walk, findings_);
-    if (section.name == form_section) form_.emplace(std::move(walk));
-    if (section.name == list_section) form_context_.constants = &constants_.emplace(std::move(walk));
+  }
+
+  void check_form_section(const std::string& file, std::string_view section) {
+    TemplateWalk form(model_, findings_, file, Purpose::Form, properties_);
+    form.walk(section);
+    walked_.insert(form.sections().begin(), form.sections().end());
+    check_names(model_, form, context_, findings_);
+    check_endless(form, findings_);
+
+    Findings told_elsewhere;
+    TemplateWalk constants(model_, told_elsewhere, file, Purpose::Variables);
+    constants.walk(list_section);
+    check_form(form, {.properties = declared_, .knows_properties = knows_properties_, .constants = &constants},
+               findings_);
+  }
+
+  // The forms that stand in for the editor of contents: [SECTION], or [SECTION]:FILE.
+  void check_choice(const TemplateWalk& walk) {
+    std::set<std::pair<std::string, std::string>> seen;
+    for (const TemplateWalk::DefinitionMade* const made : walk.definitions_of(choice_section)) {
+      const std::string_view value = trimmed(made->value);
+      if (has_reference(value) || !value.starts_with('[')) continue;
+      const std::size_t end = value.find("]:");
+      const bool names_file = end != std::string_view::npos;
+      const std::string_view section =
+          value.substr(1, names_file ? end - 1 : std::max<std::size_t>(value.size(), 2) - 2);
+      const std::string file(names_file ? value.substr(end + 2) : std::string_view(file_));
+      const TemplatePlace place{made->place.section, made->place.line, value.data()};
+      if (!model_.has_file(file)) {
+        findings_.add("missing-file", place, "there is no template file " + in_quotes(file),
+                      "mend the name, or put the file beside this one");
+      } else if (model_.find(file, section) == nullptr) {
+        findings_.add("missing-section", place,
+                      file + " has no section " + in_quotes(section) + model_.similar_section(file, section),
+                      "write [SECTION], or [SECTION]:FILE; case counts");
+      } else if (seen.emplace(file, section).second) {
+        check_form_section(file, section);
+      }
+    }
+  }
+
+  // Two events that keep their scripts in one property. What stands in conditions may never meet.
+  void check_events(const TemplateWalk& walk) {
+    std::map<std::string_view, const TemplateWalk::DefinitionMade*> rows;  // the last of each name counts
+    for (const TemplateWalk::DefinitionMade& made : walk.definitions()) {
+      const bool is_row = made.name.text.starts_with(Events::handler_table) && !made.name.is_computed;
+      if (is_row && !walk.may_undefine(made.name.text)) rows[made.name.text] = &made;
+    }
+    std::map<std::string_view, const TemplateWalk::DefinitionMade*> first_rows;  // of each property
+    for (const TemplateWalk::DefinitionMade& made : walk.definitions()) {
+      const auto row = rows.find(made.name.text);
+      const bool counts = row != rows.end() && row->second == &made && made.branch == 0;
+      if (!counts || made.value.empty() || has_reference(made.value)) continue;
+      const auto [first, is_new] = first_rows.emplace(made.value, &made);
+      if (is_new) continue;
+      findings_.add("shared-script", {made.place.section, made.place.line, made.value.data()},
+                    in_quotes(made.value) + " is already in use for " + in_quotes(first->second->name.text),
+                    "give each event a custom property of its own");
+    }
   }
 
   void take_properties(const TemplateWalk& walk) {
     for (const TemplateWalk::DefinitionMade& made : walk.definitions()) {
-      form_context_.knows_properties &= !made.name.is_computed;
+      knows_properties_ &= !made.name.is_computed;
       if (made.name.is_computed) continue;
       context_.known.insert(made.name.text);
       author_text_.insert(made.name.text);
-      form_context_.properties.insert(made.name.text);
+      declared_.insert(made.name.text);
     }
-    form_context_.knows_properties &= !walk.is_open_ended();
+    knows_properties_ &= !walk.is_open_ended();
     properties_.insert(walk.stored().begin(), walk.stored().end());
   }
 
@@ -135,7 +198,7 @@ private:
       const bool is_late_command = colon != std::string_view::npos && made.value.find(' ') < colon;
       if (!(section == list_section ? is_number : is_late_command)) continue;
       findings_.add("blank-in-name", made.place,
-                    "the name ends at its first blank; \"" + std::string(made.value) + "\" is the value",
+                    "the name ends at its first blank; " + in_quotes(made.value) + " is the value",
                     "use no-break blanks in the name");
     }
   }
@@ -179,9 +242,8 @@ private:
   NameContext context_;
   std::set<std::string> properties_;   // that are surely there
   std::set<std::string> author_text_;  // variables that an author types
-  FormContext form_context_;
-  std::optional<TemplateWalk> form_;
-  std::optional<TemplateWalk> constants_;
+  std::set<std::string> declared_;     // the properties of all branches
+  bool knows_properties_ = false;      // whether those are all
   std::set<const TemplateSection*> walked_;
   std::size_t lines_read_ = 0;  // of sections that no control reads
 };

@@ -125,6 +125,12 @@ std::vector<TemplateUse> uses_of(const OutlineLine& line) {
   return uses;
 }
 
+std::vector<TemplateUse> uses_in(std::string_view text) {
+  std::vector<TemplateUse> uses;
+  add_references(text, uses);
+  return uses;
+}
+
 TemplateDefinition definition_of(const OutlineLine& line) {
   const std::string_view argument = line.argument();
   // A macro is divided as it stands.
@@ -136,6 +142,13 @@ TemplateDefinition definition_of(const OutlineLine& line) {
   if (is_quoted) value = value.substr(1, value.size() < 2 ? 0 : value.size() - 2);
   return {split.first, value, is_complete};
 }
+
+std::string in_quotes(std::string_view text) {
+  constexpr std::size_t longest = 60;
+  return "\"" + std::string(text.substr(0, longest)) + (text.size() > longest ? "..." : "") + "\"";
+}
+
+std::string keyword_of(const OutlineLine& line) { return std::string(trimmed(line.directive.keyword)); }
 
 void Findings::add(std::string_view rule, const TemplatePlace& place, std::string what, std::string mend) {
   const CheckRule* const row = find_check_rule(rule);

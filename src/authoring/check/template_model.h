@@ -66,6 +66,9 @@ struct TemplateName {
   bool may_be(std::string_view name) const { return is_computed ? name.starts_with(text) : name == text; }
 };
 
+/// Whether something in the text is to be expanded.
+inline bool has_reference(std::string_view text) { return TemplateName(text).is_computed; }
+
 /// A name that a line looks up, calls or asks for.
 struct TemplateUse {
   enum class How {
@@ -85,6 +88,8 @@ struct TemplateUse {
 
 /// What a line uses, in order.
 std::vector<TemplateUse> uses_of(const OutlineLine& line);
+/// What a text uses that is no line, as the body of a macro.
+std::vector<TemplateUse> uses_in(std::string_view text);
 
 /// The name and the value of a definition, or of a macro; the value without its quotation marks.
 struct TemplateDefinition {
@@ -93,6 +98,11 @@ struct TemplateDefinition {
   bool is_complete = false;  ///< a name and a value that the engine can read; both may be built from references
 };
 TemplateDefinition definition_of(const OutlineLine& line);
+
+// For messages.
+std::string in_quotes(std::string_view text);  ///< a long text is cut short
+/// Of a directive, such as "#IFDEF".
+std::string keyword_of(const OutlineLine& line);
 
 /// Collects what is found, each thing once.
 class Findings {

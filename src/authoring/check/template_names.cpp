@@ -35,11 +35,6 @@ bool contains(const Range& range, std::string_view wanted) {
   return std::find(std::begin(range), std::end(range), wanted) != std::end(range);
 }
 
-std::string quoted(std::string_view text) {
-  constexpr std::size_t longest = 60;
-  return "\"" + std::string(text.substr(0, longest)) + (text.size() > longest ? "..." : "") + "\"";
-}
-
 char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
@@ -93,7 +88,9 @@ public:
   void check() {
     for (const UseMade& made : walk_.uses()) {
       check_defined(made);
-      if (context_.is_page_text) check_escaped(made);
+    }
+    for (const TextFlow::Leak& leak : walk_.leaks()) {
+      if (context_.is_page_text) tell(leak);
     }
     if (context_.is_page_text && context_.is_closed) check_used();
   }
@@ -103,7 +100,6 @@ private:
   struct MacroReading {
     bool reads_name = false;
     bool reads_value = false;
-    bool shows_value = false;  // puts it into its text as it is
   };
 
   bool is_known(std::string_view name) const {
@@ -131,8 +127,8 @@ private:
     const std::string similar = similar_name(name.text);
     const bool may_be_missing = !context_.is_closed || optional_.contains(name.text);
     if (may_be_missing && similar.empty()) return;
-    findings_.add("undefined-variable", made.place, "nothing defines the variable " + quoted(name.text),
-                  !similar.empty()        ? "did you mean " + quoted(similar) + "? Case counts"
+    findings_.add("undefined-variable", made.place, "nothing defines the variable " + in_quotes(name.text),
+                  !similar.empty()        ? "did you mean " + in_quotes(similar) + "? Case counts"
                   : context_.is_page_text ? "declare it in section PROPERTY, or define it in front of this line"
                                           : "define it in front of this line");
   }
@@ -149,15 +145,15 @@ private:
     if (const std::string_view meant = meant_directive(name); is_line && !meant.empty()) {
       const bool is_itself = meant == name;
       findings_.add("misspelled-directive", made.place,
-                    quoted("#" + name) + " is no directive" + (is_itself ? " without what belongs to it" : ""),
+                    in_quotes("#" + name) + " is no directive" + (is_itself ? " without what belongs to it" : ""),
                     is_itself ? "write a blank and the rest behind #" + name : "write #" + std::string(meant));
       return;
     }
     if (walk_.is_open_ended()) return;
     const std::string similar = similar_name(name);
     if (!context_.is_closed && similar.empty()) return;
-    findings_.add("undefined-macro", made.place, "nothing defines a macro " + quoted(name),
-                  !similar.empty() ? "did you mean " + quoted(similar) + "? Case counts"
+    findings_.add("undefined-macro", made.place, "nothing defines a macro " + in_quotes(name),
+                  !similar.empty() ? "did you mean " + in_quotes(similar) + "? Case counts"
                   : is_line        ? "a line of text cannot begin with \"#\"; put something in front"
                                    : "define it with #MACRO, or include the section that does");
   }
@@ -181,8 +177,6 @@ private:
     for (const DefinitionMade* made : walk_.definitions_of(macro)) {
       for (const TemplateUse& use : uses_of(*made->place.line)) {
         note(use.name.text);
-        const bool is_plain = use.reference.kind == Kind::Value || use.reference.kind == Kind::Attribute;
-        reading.shows_value |= use.how == How::Value && is_plain && use.name.text == "_VALUE";
         if (!use.name.text.starts_with('[') || use.name.is_computed) continue;
         const BracketedName name = parse_bracketed(use.name.text);
         const TemplateSection* const section =
@@ -196,23 +190,27 @@ private:
     return readings_.emplace(macro, reading).first->second;
   }
 
-  void check_escaped(const UseMade& made) {
-    const OutlineLine& line = *made.place.line;
-    const bool is_text =
-        !line.is_directive || line.directive.kind == DirectiveKind::Macro || line.directive.kind == DirectiveKind::Call;
-    const OutlineReference& reference = made.use.reference;
-    if (!is_text || reference.depth > 0 || !made.is_author_text || made.use.name.is_computed) return;
-    const std::string& name = made.use.name.text;
-    if (made.use.how == How::Value && reference.kind != Kind::Encoded) {
-      const std::string form = "#(HTML " + name + ")";
-      findings_.add("unescaped-text", made.place,
-                    quoted(name) + " is text that an author types; nothing escapes it here",
-                    "write " + (reference.kind == Kind::Attribute ? name + "=\"" + form + "\"" : form) + brings_html());
-    } else if (made.use.how == How::Argument && reading_of(reference.name).shows_value) {
-      findings_.add(
-          "unescaped-text", made.place,
-          "macro " + quoted(reference.name) + " shows " + quoted(name) + ", text that an author types, as it is",
-          "write #(HTML _VALUE) in the macro" + brings_html());
+  void tell(const TextFlow::Leak& leak) {
+    const OutlineReference& reference = leak.use.reference;
+    const std::string name = in_quotes(leak.use.how == How::Argument ? reference.argument : reference.name);
+    const std::string form = "#(HTML " + leak.use.name.text + ")";
+    if (leak.shown == TextFlow::Shown::AsScript) {
+      findings_.add("unescaped-text", leak.place,
+                    "this makes a script of " + name + ", and stands in no <script> element",
+                    "write <script> in front, or " + form + brings_html());
+    } else if (leak.use.how == How::Argument) {
+      findings_.add("unescaped-text", leak.place,
+                    "macro " + in_quotes(reference.name) + " shows " + name + ", text that an author types, as it is",
+                    "write #(HTML _VALUE) in the macro" + brings_html());
+    } else if (reference.is_bracketed()) {
+      findings_.add("unescaped-text", leak.place,
+                    "section " + in_quotes(parse_bracketed(reference.name).section) +
+                        " makes this of text that an author types; nothing escapes it",
+                    "write #(HTML NAME) in the section" + brings_html());
+    } else {
+      findings_.add("unescaped-text", leak.place, name + " is text that an author types; nothing escapes it here",
+                    "write " + (reference.kind == Kind::Attribute ? leak.use.name.text + "=\"" + form + "\"" : form) +
+                        brings_html());
     }
   }
 
@@ -244,7 +242,7 @@ private:
       if (may_be_used) continue;
       const bool is_macro = made.kind == DirectiveKind::Macro;
       findings_.add(is_macro ? "unused-macro" : "unused-variable", made.place,
-                    std::string(is_macro ? "nothing calls the macro " : "nothing uses the variable ") + quoted(name),
+                    std::string(is_macro ? "nothing calls the macro " : "nothing uses the variable ") + in_quotes(name),
                     "remove it, or mend the name where it is meant");
     }
   }

@@ -15,24 +15,16 @@ constexpr std::size_t most_beginnings = 100;
 // From so many variables on there is little room left.
 constexpr std::size_t nearly_full = Dictionary::capacity - 4;
 
-std::string quoted(std::string_view text) {
-  constexpr std::size_t longest = 60;
-  return "\"" + std::string(text.substr(0, longest)) + (text.size() > longest ? "..." : "") + "\"";
-}
-
-std::string keyword_of(const OutlineLine& line) { return std::string(trimmed(line.directive.keyword)); }
-
-bool has_reference(std::string_view text) { return TemplateName(text).is_computed; }
-
 }  // namespace
 
 TemplateWalk::TemplateWalk(TemplateModel& model, Findings& findings, std::string file, Purpose purpose,
-                           const std::set<std::string>& given, const std::set<std::string>& author_text)
+                           const std::set<std::string>& given, const std::set<std::string>& author_text,
+                           const TextFlow* outer)
     : model_(model),
       findings_(findings),
       file_(std::move(file)),
       purpose_(purpose),
-      author_text_(author_text),
+      flow_(model, file_, author_text, outer),
       stored_(given.begin(), given.end()) {}
 
 void TemplateWalk::walk(std::string_view section) {
@@ -70,12 +62,14 @@ bool TemplateWalk::may_define(std::string_view name) const {
 void TemplateWalk::read(const TemplateSection& section, bool is_certain) {
   sections_.insert(&section);
   inclusions_.push_back({&section, open_.size(), is_certain});
+  const ScriptPlace place_before = flow_.script_place();
   for (const OutlineLine& line : section.lines) {
     if (lines_left_ == 0) break;
     --lines_left_;
     read_line({&section, &line, line.text.data()});
   }
   inclusions_.pop_back();
+  flow_.end_section(section, place_before);
 }
 
 void TemplateWalk::read_line(const TemplatePlace& line) {
@@ -87,9 +81,7 @@ void TemplateWalk::read_line(const TemplatePlace& line) {
     case DirectiveKind::Macro:
       return define(line);
     case DirectiveKind::Undefine:
-      stored_.erase(std::string(line.line->argument()));
-      author_text_.set(std::string(line.line->argument()), false);
-      return;
+      return undefine(line);
     case DirectiveKind::Include:
       return include(line);
     case DirectiveKind::Else:
@@ -104,16 +96,22 @@ void TemplateWalk::read_line(const TemplatePlace& line) {
   }
 }
 
+void TemplateWalk::undefine(const TemplatePlace& line) {
+  const std::string name(line.line->argument());
+  undefines_any_ |= has_reference(name);
+  undefined_.insert(name);
+  stored_.erase(name);
+}
+
 void TemplateWalk::open_condition(const TemplatePlace& line) {
-  Condition condition{.name = {}, .stored_before = stored_in_branches_.size()};
   const DirectiveKind kind = line.line->directive.kind;
   const bool compares =
       kind == DirectiveKind::IfEqual || kind == DirectiveKind::IfNotEqual || kind == DirectiveKind::IfInside;
+  std::string settled;
   if (compares) {
     const BlankSplit parts = split_at_open_blank(line.line->argument());
     // Compared with another variable it is as unknown as that.
-    if (!has_reference(parts.first) && !has_reference(parts.rest)) condition.name = parts.first;
-    condition.settles_first = kind != DirectiveKind::IfNotEqual;
+    if (!has_reference(parts.first) && !has_reference(parts.rest)) settled = parts.first;
   }
   if (open_.size() == most_conditions) {
     findings_.add("conditionals-too-deep", line, "this condition stands in 128 others, and no more will go",
@@ -121,8 +119,8 @@ void TemplateWalk::open_condition(const TemplatePlace& line) {
     lines_left_ = 0;  // the engine reads no further, either
     return;
   }
-  open_.push_back(std::move(condition));
-  author_text_.open_condition();
+  open_.push_back({.branch = ++branches_, .stored_before = stored_in_branches_.size()});
+  flow_.open_condition(std::move(settled), kind != DirectiveKind::IfNotEqual);
 }
 
 void TemplateWalk::switch_branch(const TemplatePlace& line) {
@@ -136,8 +134,9 @@ void TemplateWalk::switch_branch(const TemplatePlace& line) {
     return;
   }
   condition.else_line = line.line;
+  condition.branch = ++branches_;
   forget_branch();
-  author_text_.switch_branch();
+  flow_.switch_branch();
 }
 
 void TemplateWalk::close_condition() {
@@ -146,7 +145,7 @@ void TemplateWalk::close_condition() {
     return;
   }
   forget_branch();
-  author_text_.close_condition();
+  flow_.close_condition();
   open_.pop_back();
 }
 
@@ -197,7 +196,7 @@ void TemplateWalk::define(const TemplatePlace& line) {
   const bool is_empty = definition.value.empty();
   if (is_empty && purpose_ == Purpose::Variables && !name.is_computed && !may_define(name.text) &&
       !stored_.contains(name.text)) {
-    findings_.add("empty-definition", line, "this stores nothing, for " + quoted(name.text) + " is new",
+    findings_.add("empty-definition", line, "this stores nothing, for " + in_quotes(name.text) + " is new",
                   "define it with any value in the line before, which declares it; then this empties it");
   }
   if (name.is_computed) {
@@ -209,21 +208,9 @@ void TemplateWalk::define(const TemplatePlace& line) {
   const bool is_sure =
       !is_empty && (line.line->directive.kind == DirectiveKind::Macro || next_reference(definition.value, 0) != 0);
   if (!name.is_computed && is_sure) store(name.text, line);
-  if (!name.is_computed)
-    author_text_.set(name.text, line.line->directive.kind == DirectiveKind::Define && shows_author_text(line));
   if (definition.value.starts_with('#') || definition.value.starts_with("$(")) line_makers_.insert(name.text);
-  definitions_.push_back({std::move(name), definition.value, line.line->directive.kind, line});
-}
-
-// Whether the line last read makes something of what an author types, as it is.
-bool TemplateWalk::shows_author_text(const TemplatePlace& line) const {
-  using Kind = OutlineReference::Kind;
-  for (auto made = uses_.rbegin(); made != uses_.rend() && made->place.line == line.line; ++made) {
-    const OutlineReference& reference = made->use.reference;
-    const bool is_as_it_is = made->use.how == TemplateUse::How::Value && reference.kind != Kind::Encoded;
-    if (is_as_it_is && reference.depth == 0 && made->is_author_text) return true;
-  }
-  return false;
+  definitions_.push_back(
+      {std::move(name), definition.value, line.line->directive.kind, line, open_.empty() ? 0 : open_.back().branch});
 }
 
 void TemplateWalk::store(const std::string& name, const TemplatePlace& line) {
@@ -243,7 +230,7 @@ void TemplateWalk::count_stored(const TemplatePlace& line, std::string_view newe
     told_of_overflow_ = true;
     findings_.add("dictionary-overflow", line,
                   (newest.empty() ? "the section begins with " + std::to_string(count) + " variables"
-                                  : quoted(newest) + " is variable " + std::to_string(count)) +
+                                  : in_quotes(newest) + " is variable " + std::to_string(count)) +
                       ", and " + std::to_string(Dictionary::capacity) + " fit",
                   newest.empty() ? "declare fewer custom properties"
                                  : "take away with #UNDEF what is not needed any more, or divide the section");
@@ -261,14 +248,14 @@ void TemplateWalk::include(const TemplatePlace& line) {
   const std::string file(from.found ? from.after : std::string_view(file_));
   if (!model_.has_file(file)) {
     findings_.add("missing-file", {line.section, line.line, from.found ? from.after.data() : argument.data()},
-                  "there is no template file " + quoted(file), "mend the name, or put the file beside this one");
+                  "there is no template file " + in_quotes(file), "mend the name, or put the file beside this one");
     return;
   }
   if (from.before.empty()) return;  // the whole file as it stands
   const TemplateSection* const section = model_.find(file, from.before);
   if (section == nullptr) {
     findings_.add("missing-section", {line.section, line.line, argument.data()},
-                  file + " has no section " + quoted(from.before) + model_.similar_section(file, from.before),
+                  file + " has no section " + in_quotes(from.before) + model_.similar_section(file, from.before),
                   "mend the name; case counts");
     return;
   }
@@ -280,37 +267,34 @@ void TemplateWalk::include(const TemplatePlace& line) {
     const bool has_no_end = is_certain && std::all_of(same + 1, inclusions_.end(),
                                                       [](const Inclusion& inclusion) { return inclusion.is_certain; });
     if (has_no_end) {
-      findings_.add("include-cycle", line, "section " + quoted(section->name) + " includes itself without end",
+      findings_.add("include-cycle", line, "section " + in_quotes(section->name) + " includes itself without end",
                     "remove this line, or put it in a condition that comes to an end");
     }
     return;
   }
   const bool is_known = section->is_balanced && sections_.contains(section);
+  if (is_known) flow_.pass_section(*section);
   if (is_known || inclusions_.size() >= deepest_inclusion) return;
   read(*section, is_certain);
 }
 
 void TemplateWalk::note_uses(const TemplatePlace& line) {
-  for (TemplateUse& use : uses_of(*line.line)) {
+  std::vector<TemplateUse> uses = uses_of(*line.line);
+  flow_.read(line, uses, leaks_);
+  if (purpose_ == Purpose::Flow) return;
+  for (TemplateUse& use : uses) {
     if (!use.is_line) check_reference(use, line, findings_);
     if (use.how == TemplateUse::How::Call && use.is_line) expand_line(use);
     const bool is_known_call = use.how == TemplateUse::How::Argument && !use.name.is_computed &&
                                definitions_by_name_.contains(std::string(use.reference.name));
     if (is_known_call) store("_NAME", line);
-    if (use.name.text.starts_with('[') && use.how != TemplateUse::How::Argument) {
+    if (use.name.text.starts_with('[')) {
       look_into_brackets(use, line);
       continue;
     }
-    const bool is_author_text = author_text_.holds(use.name.text) && !is_settled(use.name.text);
     const TemplatePlace place{line.section, line.line, use.at};
-    uses_.push_back({std::move(use), place, is_author_text});
+    uses_.push_back({std::move(use), place});
   }
-}
-
-bool TemplateWalk::is_settled(std::string_view name) const {
-  return std::any_of(open_.begin(), open_.end(), [&](const Condition& condition) {
-    return condition.name == name && condition.settles_first == (condition.else_line == nullptr);
-  });
 }
 
 // A macro whose text begins with "#" makes lines that are read as directives.
@@ -325,17 +309,20 @@ void TemplateWalk::look_into_brackets(const TemplateUse& use, const TemplatePlac
   const BracketedName name = parse_bracketed(use.name.text);
   const TemplatePlace place{line.section, line.line, use.at};
   const std::string file(name.file.empty() ? std::string_view(file_) : name.file);
+  // A macro may take what it is given for a text.
+  const bool may_be_none = use.how == TemplateUse::How::Argument;
   if (!model_.has_file(file)) {
-    findings_.add("missing-file", place, "there is no template file " + quoted(file),
+    if (may_be_none) return;
+    findings_.add("missing-file", place, "there is no template file " + in_quotes(file),
                   "write [FILE FROM SECTION], and put the file beside this one");
     return;
   }
   const TemplateSection* const section = model_.find(file, name.section);
   if (section == nullptr) {
     // Where one is only asked for, it may be missing.
-    if (use.how == TemplateUse::How::Optional) return;
+    if (may_be_none || use.how == TemplateUse::How::Optional) return;
     findings_.add("missing-section", place,
-                  file + " has no section " + quoted(name.section) + model_.similar_section(file, name.section),
+                  file + " has no section " + in_quotes(name.section) + model_.similar_section(file, name.section),
                   "mend the name; case counts");
     return;
   }
@@ -347,12 +334,12 @@ void TemplateWalk::look_into_brackets(const TemplateUse& use, const TemplatePlac
       is_certain && same == inclusions_.begin() && file == file_ &&
       std::all_of(same + 1, inclusions_.end(), [](const Inclusion& inclusion) { return inclusion.is_certain; });
   if (has_no_end) {
-    findings_.add("include-cycle", place, "section " + quoted(section->name) + " is needed to make itself",
+    findings_.add("include-cycle", place, "section " + in_quotes(section->name) + " is needed to make itself",
                   "put what the reference asks for into a section of its own");
   }
-  if (!mention(*section) && use.how != TemplateUse::How::Optional) {
+  if (!mention(*section) && !may_be_none && use.how != TemplateUse::How::Optional) {
     findings_.add("undefined-variable", place,
-                  "section " + quoted(section->name) + " defines no variable " + quoted(section->name),
+                  "section " + in_quotes(section->name) + " defines no variable " + in_quotes(section->name),
                   "a reference to a section gives the variable that is named like it");
   }
 }

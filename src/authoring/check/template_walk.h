@@ -9,8 +9,8 @@
 #include <utility>
 #include <vector>
 
-#include "authoring/check/author_text.h"
 #include "authoring/check/template_model.h"
+#include "authoring/check/text_flow.h"
 
 namespace plexoras {
 
@@ -27,28 +27,34 @@ public:
     std::string_view value;
     DirectiveKind kind;  ///< Define or Macro
     TemplatePlace place;
+    std::size_t branch;  ///< the innermost branch that it stands in; 0: in no condition
   };
   struct UseMade {
     TemplateUse use;
     TemplatePlace place;
-    bool is_author_text = false;  ///< the variable may hold there what an author has typed, whatever that is
   };
 
   /// How many lines are read at most, through all inclusions; a longer reading stops without a word.
   static constexpr std::size_t most_lines = 200000;
 
-  /// What the section is read for: its text, the variables that it defines, or its definitions, empty ones included.
-  enum class Purpose { Text, Variables, Form };
+  /// What the section is read for: its text, the variables that it defines, its definitions, empty ones included, or
+  /// its flow alone.
+  enum class Purpose { Text, Variables, Form, Flow };
 
   /// `file` is what `#INCLUDE` without `FROM` reads. `given` are the variables that are surely there at the start,
-  /// `author_text` those that hold what an author has typed. The model and the findings outlive the walk.
+  /// `author_text` those that hold what an author has typed. The model and the findings outlive the walk, and so does
+  /// `outer`, the flow of the section whose reference asks for this one, if any.
   TemplateWalk(TemplateModel& model, Findings& findings, std::string file, Purpose purpose,
-               const std::set<std::string>& given = {}, const std::set<std::string>& author_text = {});
+               const std::set<std::string>& given = {}, const std::set<std::string>& author_text = {},
+               const TextFlow* outer = nullptr);
 
   void walk(std::string_view section);
 
   const std::vector<DefinitionMade>& definitions() const { return definitions_; }
   const std::vector<UseMade>& uses() const { return uses_; }
+  /// What is made of the text that authors type, at the end; and where it is shown as it is.
+  const TextFlow& flow() const { return flow_; }
+  const std::vector<TextFlow::Leak>& leaks() const { return leaks_; }
   /// The names that the sections of bracketed references use.
   const std::vector<TemplateName>& mentions() const { return mentions_; }
   /// Whether text that cannot be known beforehand is read as lines, or another section: it may define and use anything.
@@ -61,13 +67,14 @@ public:
   std::vector<const DefinitionMade*> definitions_of(std::string_view name) const;
   /// Whether some definition may be one of the name.
   bool may_define(std::string_view name) const;
+  /// Whether some #UNDEF may take the name away.
+  bool may_undefine(const std::string& name) const { return undefines_any_ || undefined_.contains(name); }
 
 private:
   struct Condition {
-    std::string name;            // of the variable that it compares with a text
-    bool settles_first = false;  // in the branch that comes first
+    std::size_t branch;
+    std::size_t stored_before;
     const OutlineLine* else_line = nullptr;
-    std::size_t stored_before = 0;
   };
   struct Inclusion {
     const TemplateSection* section;
@@ -77,6 +84,7 @@ private:
 
   void read(const TemplateSection& section, bool is_certain);
   void read_line(const TemplatePlace& line);
+  void undefine(const TemplatePlace& line);
   void open_condition(const TemplatePlace& line);
   void switch_branch(const TemplatePlace& line);
   void close_condition();
@@ -88,10 +96,8 @@ private:
   void look_into_brackets(const TemplateUse& use, const TemplatePlace& line);
   bool mention(const TemplateSection& section);
   void expand_line(const TemplateUse& use);
-  bool shows_author_text(const TemplatePlace& line) const;
   void store(const std::string& name, const TemplatePlace& line);
   void count_stored(const TemplatePlace& line, std::string_view newest);
-  bool is_settled(std::string_view name) const;
 
   TemplateModel& model_;
   Findings& findings_;
@@ -100,16 +106,20 @@ private:
 
   std::vector<DefinitionMade> definitions_;
   std::unordered_map<std::string, std::vector<std::size_t>> definitions_by_name_;
+  std::unordered_set<std::string> undefined_;
+  bool undefines_any_ = false;                   // a name that is built from references
   std::set<std::string> computed_beginnings_;    // of the names that are built from references
   std::unordered_set<std::string> line_makers_;  // macros whose text may be a directive
   std::vector<UseMade> uses_;
+  TextFlow flow_;
+  std::vector<TextFlow::Leak> leaks_;
   std::vector<TemplateName> mentions_;
   std::set<const TemplateSection*> sections_;
   std::map<const TemplateSection*, bool> mentioned_;  // and whether they may define what they are asked for
 
   std::vector<Condition> open_;
+  std::size_t branches_ = 0;
   std::vector<std::pair<TemplatePlace, const OutlineLine*>> second_elses_;  // and the first ones
-  AuthorText author_text_;
   std::vector<Inclusion> inclusions_;
   std::unordered_set<std::string> stored_;
   std::vector<std::string> stored_in_branches_;  // those that a branch has added, in order
