@@ -21,7 +21,7 @@ void add_rows(const std::vector<ListedControl>& controls, const std::string& ind
   for (const ListedControl& control : controls) {
     if (!control.visible) continue;
     std::string last = listed_choices(control.choices);
-    if (!control.usable) last = last.empty() ? "disabled" : "disabled; " + last;
+    if (!control.usable) last.insert(0, last.empty() ? "disabled" : "disabled; ");
     table.add({indent + control.name, control.caption, control.value, last});
     add_rows(control.controls, indent + "  ", table);
   }
