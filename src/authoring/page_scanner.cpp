@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "host/ascii.h"
+
 namespace plexoras {
 namespace {
 
@@ -11,12 +13,10 @@ constexpr std::size_t npos = std::string_view::npos;
 bool is_space(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f'; }
 bool is_letter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
 bool is_digit(char c) { return c >= '0' && c <= '9'; }
-char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
 // Whether `text` begins with `word`, which is in lower case, in any case.
 bool starts_with_word(std::string_view text, std::string_view word) {
-  return text.size() >= word.size() &&
-         std::equal(word.begin(), word.end(), text.begin(), [](char w, char t) { return w == lower(t); });
+  return equal_but_for_case(text.substr(0, word.size()), word);
 }
 
 // The value of the attribute `lang` in the attributes of a tag; empty for what can be no language tag.

@@ -1,20 +1,18 @@
 #include "authoring/check/script_place.h"
 
-#include <algorithm>
+#include "host/ascii.h"
 
 namespace plexoras {
 namespace {
 
-char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-
-bool is_of_a_name(char c) { return (lower(c) >= 'a' && lower(c) <= 'z') || (c >= '0' && c <= '9') || c == '-'; }
+bool is_of_a_name(char c) {
+  return (ascii_lower(c) >= 'a' && ascii_lower(c) <= 'z') || (c >= '0' && c <= '9') || c == '-';
+}
 
 bool begins_with_script(std::string_view text) {
   constexpr std::string_view name = "script";
-  if (text.size() < name.size()) return false;
-  const bool is_it =
-      std::equal(name.begin(), name.end(), text.begin(), [](char wanted, char c) { return wanted == lower(c); });
-  return is_it && (text.size() == name.size() || !is_of_a_name(text[name.size()]));
+  return equal_but_for_case(text.substr(0, name.size()), name) &&
+         (text.size() == name.size() || !is_of_a_name(text[name.size()]));
 }
 
 }  // namespace
