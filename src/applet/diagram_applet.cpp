@@ -140,9 +140,22 @@ struct DiagramApplet::Members {
     return StringList(std::begin(font_families), std::end(font_families));
   }
 
-  static Variant chart_image(DiagramApplet&, Arguments) {
-    throw AutomationError(RunTimeError::NoSuchAction,
-                          "Object doesn't support this action; the chart component of this program cannot draw yet");
+  static Variant chart_image(DiagramApplet& applet, Arguments) {
+    const ObjectRef painter = applet.painter_.lock();
+    if (painter == nullptr) {
+      throw AutomationError(RunTimeError::NoSuchAction,
+                            "Object doesn't support this action; this program gave the chart nothing to draw it with");
+    }
+    try {
+      return painter->call("getChartImage");
+    } catch (const AutomationError& error) {
+      throw AutomationError(error.number(), error.description(), std::string(diagram_applet_identifier));
+    }
+  }
+
+  static Variant set_painter(DiagramApplet& applet, Arguments arguments) {
+    applet.painter_ = arguments[0].is_nothing() ? nullptr : arguments[0].to_object();
+    return {};
   }
 
   static Variant set_event_sink(DiagramApplet& applet, Arguments arguments) {
@@ -163,6 +176,7 @@ struct DiagramApplet::Members {
       {.name = "getFontList", .call = font_list},
       {.name = "getChartImage", .call = chart_image},
       {.name = "setEventSink", .call = set_event_sink, .arguments = 1},
+      {.name = "setPainter", .call = set_painter, .arguments = 1},
       {.name = "Refresh", .call = refresh},
   };
 };

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -20,7 +21,8 @@ class ComponentRegistry;
 inline constexpr std::string_view diagram_applet_identifier = chart_component::identifier;
 
 /// The chart component that ships with the library: it keeps every property of one chart and its data, and reads and
-/// writes the documents that these travel in. It draws nothing; a published page does that.
+/// writes the documents that these travel in. It draws nothing itself: a published page does that, and a painter that
+/// the host brings.
 ///
 /// Like every such component it is reached by member name. One is created for each chart control and lives as long
 /// as somebody holds it.
@@ -43,7 +45,8 @@ inline constexpr std::string_view diagram_applet_identifier = chart_component::i
 /// | `FormatXml(flag, text)` | the document without line breaks between elements; a true flag: for a page, see below |
 /// | every row of `FormatMembers` | lists for a number and date format, and a sample of it |
 /// | `getFontList()` | names of font families for `FontName` |
-/// | `getChartImage()` | error 445, for it draws nothing |
+/// | `getChartImage()` | the chart's picture as the painter makes it; error 445 without one |
+/// | `setPainter(object)` | the object whose `getChartImage()` draws; Nothing for none. Its owner keeps it alive |
 /// | `Refresh()`, dispatch identifier 367 | repaints |
 ///
 /// For a page `FormatXml` also leaves out of a style document what has its default (`without_repeated_values`), and
@@ -100,7 +103,8 @@ private:
   FormatMembers formats_;
   TableModel table_;
   ObjectRef event_sink_;
-  bool selection_changed_ = false;  // and the event sink is yet to be told
+  std::weak_ptr<AutomationObject> painter_;  // it may hold the chart's control, and so the chart
+  bool selection_changed_ = false;           // and the event sink is yet to be told
   bool visible_ = true;
   std::size_t repaints_ = 0;
 };

@@ -158,8 +158,18 @@ std::string text_between(std::string_view text, std::string_view line_break) {
   return out;
 }
 
+// The line break behind an opening comment belongs to the span.
+std::string without_first_line_break(std::string text, std::string_view line_break) {
+  if (text.starts_with(line_break)) text.erase(0, line_break.size());
+  return text;
+}
+
+constexpr std::string_view published_closing = "<!--/published-->";
+
+std::string published_opening(std::string_view name) { return "<!--published " + escape_state(name, {}) + "-->"; }
+
 void refuse_marks(std::string_view text) {
-  for (const std::string_view mark : {control_opening, std::string_view("<!--/dtc")}) {
+  for (const std::string_view mark : {control_opening, std::string_view("<!--/dtc"), published_closing}) {
     if (text.find(mark) == npos) continue;
     throw AutomationError(RunTimeError::InvalidCall,
                           "the text for readers holds \"" + std::string(mark) +
@@ -220,6 +230,23 @@ std::optional<std::size_t> Page::find(std::string_view name) const {
   return std::nullopt;
 }
 
+std::string Page::text(std::size_t index) const {
+  const ControlSpan& span = controls_[index].span;
+  return without_first_line_break(bytes_.substr(span.text_begin, span.text_end - span.text_begin), line_break());
+}
+
+bool Page::is_published() const { return bytes_.find(published_closing) != npos; }
+
+std::optional<std::string> Page::published_text(std::string_view name) const {
+  const std::string opening = published_opening(name);
+  std::size_t begin = bytes_.find(opening);
+  if (begin == npos) return std::nullopt;
+  begin += opening.size();
+  const std::size_t end = bytes_.find(published_closing, begin);
+  if (end == npos) return std::nullopt;
+  return without_first_line_break(bytes_.substr(begin, end - begin), line_break());
+}
+
 std::string Page::span_text(const ControlRecord& record, std::string_view text, std::string_view line_break) {
   refuse_marks(text);
   return opening_text(record, line_break) + text_between(text, line_break) + std::string(control_closing);
@@ -229,6 +256,13 @@ void Page::Edit::replace_text(std::size_t index, std::string_view text) {
   refuse_marks(text);
   const ControlSpan& span = page_.controls_[index].span;
   changes_.push_back({span.text_begin, span.text_end, text_between(text, page_.line_break())});
+}
+
+void Page::Edit::replace_control(std::size_t index, std::string_view text) {
+  refuse_marks(text);
+  const Control& control = page_.controls_[index];
+  std::string bytes = published_opening(control.record.name) + text_between(text, page_.line_break());
+  changes_.push_back({control.span.begin, control.span.end, bytes.append(published_closing)});
 }
 
 void Page::Edit::replace_record(std::size_t index, const ControlRecord& record) {

@@ -80,6 +80,13 @@ public:
   /// Where content ends: before the end tag of the body.
   std::size_t content_end() const { return content_end_; }
 
+  /// The text that readers get of control `index`, as it was put.
+  std::string text(std::size_t index) const;
+  /// Whether controls of this page have left their text alone, see `Edit::replace_control`.
+  bool is_published() const;
+  /// The text that a page published without states has of the control `name`, or nothing.
+  std::optional<std::string> published_text(std::string_view name) const;
+
   /// The control as it stands in a page, with an empty text.
   static std::string span_text(const ControlRecord& record, std::string_view text, std::string_view line_break);
 
@@ -89,6 +96,9 @@ public:
     explicit Edit(const Page& page) : page_(page) {}
     /// Replaces the text that readers get of control `index`. Error 5 when the text holds a control's mark.
     void replace_text(std::size_t index, std::string_view text);
+    /// Replaces control `index`, state and all, by the text that readers get. Where it came from, two short comments
+    /// say, for `published_text`. Errors as above.
+    void replace_control(std::size_t index, std::string_view text);
     /// Replaces the state of control `index`.
     void replace_record(std::size_t index, const ControlRecord& record);
     /// Puts `bytes` at `offset`.

@@ -14,6 +14,7 @@ namespace {
 
 // Stands beside the template files, and is put beside the published pages.
 constexpr std::string_view script_name = "plexoras-diagram.js";
+constexpr std::string_view licences_name = "plexoras-diagram.LICENSES.txt";
 
 // What readers of a target get of its controls now. The target is read when the first one is asked for.
 class LastTexts {
@@ -26,13 +27,9 @@ public:
       looked_ = true;
       ignoring_errors([&] { page_ = Page::read(target_); });
     }
-    const auto index = page_ ? page_->find(name) : std::nullopt;
-    if (!index) return std::nullopt;
-    const ControlSpan& span = page_->controls()[*index].span;
-    std::string text = page_->bytes().substr(span.text_begin, span.text_end - span.text_begin);
-    // The line break behind the opening comment belongs to the span.
-    if (text.starts_with(page_->line_break())) text.erase(0, page_->line_break().size());
-    return text;
+    if (!page_) return std::nullopt;
+    const auto index = page_->find(name);
+    return index ? page_->text(*index) : page_->published_text(name);
   }
 
 private:
@@ -40,6 +37,11 @@ private:
   bool looked_ = false;
   std::optional<Page> page_;
 };
+
+bool is_same_file(const std::string& a, const std::string& b) {
+  std::error_code one_is_not_there;
+  return fs::equivalent(a, b, one_is_not_there);
+}
 
 // The address of the file `to` on a page in the folder `from`, as pages write it.
 std::string relative_address(const fs::path& to, const fs::path& from) {
@@ -133,15 +135,20 @@ PublishedFile Publisher::publish_page(const std::string& source, const std::stri
   const fs::path folder = fs::path(target).parent_path();
   const std::string script_path = ((root.empty() ? folder : fs::path(root)) / script_name).lexically_normal().string();
   std::string script = relative_address(script_path, folder);
+  const bool in_place = is_same_file(source, target);
+  const bool keeps_state = in_place || state_in_mirrors_ == StateInMirrors::Keep;
   try {
     const Page page = Page::read(source);
     Page::Edit edit(page);
     LastTexts last_texts(target);
+    const auto put = [&](std::size_t index, const std::string& text) {
+      keeps_state ? edit.replace_text(index, text) : edit.replace_control(index, text);
+    };
     for (std::size_t i = 0; i < page.controls().size(); ++i) {
       const Page::Control& control = page.controls()[i];
       try {
         const std::string text = make_text(page, control, script, result);
-        edit.replace_text(i, text);
+        put(i, text);
         ++result.controls;
         if (!script.empty() && text.find(script) != std::string::npos) {
           scripts_.insert(script_path);
@@ -149,8 +156,7 @@ PublishedFile Publisher::publish_page(const std::string& source, const std::stri
         }
       } catch (const AutomationError& error) {
         // In place the text is there already, and stays byte for byte.
-        const auto last = target == source ? std::nullopt : last_texts.of(control.record.name);
-        if (last) edit.replace_text(i, *last);
+        if (!in_place) put(i, last_texts.of(control.record.name).value_or(page.text(i)));
         result.problems.push_back(
             {source, control.place, "control \"" + control.record.name + "\": " + error.description()});
       }
@@ -185,26 +191,31 @@ PublishedFile Publisher::copy_file(const std::string& source, const std::string&
   return result;
 }
 
+PublishedFile Publisher::put_beside_pages(std::string_view name, const std::string& target) {
+  PublishedFile result{.source = session_.files.LocateTemplateFile(name), .target = target};
+  try {
+    if (result.source.empty()) {
+      throw AutomationError(RunTimeError::FileNotFound,
+                            std::string(name) +
+                                " is not installed with the template files; readers see the data as tables until "
+                                "you put it there",
+                            "Publisher");
+    }
+    if (write(target, session_.platform.files.read(result.source))) result.outcome = PublishedFile::Outcome::Copied;
+  } catch (const AutomationError& error) {
+    result.problems.push_back({target, {}, error.description()});
+    result.outcome = PublishedFile::Outcome::Failed;
+  }
+  return result;
+}
+
 std::vector<PublishedFile> Publisher::publish_scripts() {
   std::vector<PublishedFile> results;
-  for (const std::string& target : scripts_) {
-    PublishedFile result{.source = session_.files.LocateTemplateFile(script_name), .target = target};
-    try {
-      if (result.source.empty()) {
-        throw AutomationError(RunTimeError::FileNotFound,
-                              std::string(script_name) +
-                                  " is not installed with the template files; readers see the data as tables until "
-                                  "you put it there",
-                              "Publisher");
-      }
-      if (write(target, session_.platform.files.read(result.source))) {
-        result.outcome = PublishedFile::Outcome::Copied;
-      }
-    } catch (const AutomationError& error) {
-      result.problems.push_back({target, {}, error.description()});
-      result.outcome = PublishedFile::Outcome::Failed;
-    }
-    results.push_back(std::move(result));
+  for (const std::string& script : scripts_) {
+    results.push_back(put_beside_pages(script_name, script));
+    // A script of the author's own may come without.
+    if (session_.files.LocateTemplateFile(licences_name).empty()) continue;
+    results.push_back(put_beside_pages(licences_name, (fs::path(script).parent_path() / licences_name).string()));
   }
   return results;
 }

@@ -36,34 +36,42 @@ struct PublishedFile {
 /// itself is put beside the pages by `publish_scripts`, once for each site. A chart whose picture fails goes without
 /// one, which is a warning.
 ///
+/// A page that is published into another file holds the text of its controls and not their state, which is the
+/// author's; in place the state stays, for there is no other.
+///
 /// The same input gives the same bytes. A control that fails keeps the text that readers of the target have of it, so
 /// that a page never shows half a chart; the other controls of the page, and the other pages, come out all the same.
 /// Targets that would not change are not touched, and those that change are replaced whole.
 class Publisher {
 public:
   enum class Writing { Write, DryRun };
+  enum class StateInMirrors { LeaveOut, Keep };
 
   /// `session` outlives the publisher; each template file is read once in its life. Without `draw` there are no
   /// pictures.
-  explicit Publisher(TemplateSession& session, Writing writing = Writing::Write, DrawChart draw = {})
-      : session_(session), writing_(writing), draw_(std::move(draw)) {}
+  explicit Publisher(TemplateSession& session, Writing writing = Writing::Write, DrawChart draw = {},
+                     StateInMirrors state_in_mirrors = StateInMirrors::LeaveOut)
+      : session_(session), writing_(writing), draw_(std::move(draw)), state_in_mirrors_(state_in_mirrors) {}
 
   /// Publishes the page `source` to `target`, which may be the same file. Folders are made as needed. `root` is the
   /// folder of the published site that the target is in, where the script goes; empty: the target's own folder.
   PublishedFile publish_page(const std::string& source, const std::string& target, const std::string& root = {});
   /// Copies a file that is no page.
   PublishedFile copy_file(const std::string& source, const std::string& target);
-  /// Puts the script that draws charts where the pages published so far look for it.
+  /// Puts the script that draws charts where the pages published so far look for it, and the licences of what it is
+  /// built on beside it.
   std::vector<PublishedFile> publish_scripts();
 
 private:
   std::string make_text(const Page& page, const Page::Control& place, const std::string& script, PublishedFile& result);
   std::string make_snapshot(LiveControl& control, const Page& page, const Page::Control& place, PublishedFile& result);
+  PublishedFile put_beside_pages(std::string_view name, const std::string& target);
   bool write(const std::string& target, std::string_view bytes);
 
   TemplateSession& session_;
   Writing writing_;
   DrawChart draw_;
+  StateInMirrors state_in_mirrors_;
   std::set<std::string> scripts_;  // paths of scripts that pages ask for
 };
 

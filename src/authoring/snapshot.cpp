@@ -5,6 +5,35 @@
 namespace plexoras {
 namespace {
 
+// What a chart component asks for its picture.
+class Painter final : public AutomationObject {
+public:
+  Painter(LiveControl& control, DrawChart draw, std::string language)
+      : control_(control), draw_(std::move(draw)), language_(std::move(language)) {}
+
+  Variant get(std::string_view member) override { return get_member(*this, members, member, source); }
+  void put(std::string_view member, const Variant& value) override {
+    put_member(*this, members, member, value, source);
+  }
+  Variant call(std::string_view member, Arguments arguments = {}) override {
+    return call_member(*this, members, member, arguments, source);
+  }
+
+private:
+  static Variant image(Painter& painter, Arguments) {
+    const std::optional<ChartPicture> picture = picture_of(painter.control_, painter.language_);
+    if (!picture) throw AutomationError(RunTimeError::InvalidCall, "the chart has no data of its own");
+    return painter.draw_(*picture);
+  }
+
+  static constexpr std::string_view source = "Painter";
+  static constexpr Member<Painter> members[] = {{.name = "getChartImage", .call = image}};
+
+  LiveControl& control_;
+  DrawChart draw_;
+  std::string language_;
+};
+
 constexpr std::string_view stamped_opening = "<div data-stamp=\"";
 constexpr std::size_t stamp_digits = 16;
 
@@ -66,6 +95,14 @@ std::optional<ChartPicture> picture_of(LiveControl& control, std::string_view la
   stamp.add(language);
   picture.stamp = stamp.text();
   return picture;
+}
+
+ObjectRef paint_with(LiveControl& control, DrawChart draw, std::string language) {
+  auto painter = std::make_shared<Painter>(control, std::move(draw), std::move(language));
+  if (const ObjectRef chart = control.component()) {
+    ignoring_errors([&] { chart->call_with("setPainter", {ObjectRef(painter)}); });
+  }
+  return painter;
 }
 
 std::string snapshot_element(std::string_view svg, std::string_view stamp) {

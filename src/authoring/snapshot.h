@@ -30,6 +30,11 @@ std::optional<ChartPicture> picture_of(LiveControl& control, std::string_view la
 /// cannot.
 using DrawChart = std::function<std::string(const ChartPicture&)>;
 
+/// Lets the chart component of `control` answer `getChartImage` with what `draw` makes of the chart as it is then, for
+/// readers of a page in `language`. This ends with the life of what is returned; `control` outlives it. A component
+/// that draws itself keeps doing so. Error 5 of the call for a chart without data of its own.
+ObjectRef paint_with(LiveControl& control, DrawChart draw, std::string language);
+
 /// The picture in an element that carries its stamp, for a template: no reference begins in it.
 ///
 ///     <div data-stamp="8c1f0a2be0d1c933"><svg ...>...</svg></div>

@@ -20,10 +20,11 @@ namespace plexoras {
 /// | `getFontList` | call () | a list of texts |
 /// | `getChartImage` | call () | the chart's picture: the bytes of an SVG or PNG file; error 445 if it cannot draw |
 /// | `setEventSink` | call (object) | where its events are called from now on; Nothing for nowhere |
+/// | `setPainter` | call (object) | for one that cannot draw itself: whose `getChartImage` draws in its place |
 ///
-/// The last two may be missing. A component in a design view may call any event, with arguments of its own; the control
-/// relays each to its host (`ControlSite::component_event`) and does nothing else about it. The one that ships calls
-/// `SelectionChange` ().
+/// The last three may be missing. A component in a design view may call any event, with arguments of its own; the
+/// control relays each to its host (`ControlSite::component_event`) and does nothing else about it. The one that ships
+/// calls `SelectionChange` ().
 ///
 /// The page for number and date formats needs besides:
 ///

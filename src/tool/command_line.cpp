@@ -169,6 +169,8 @@ Run declare_publish(CLI::App& app) {
       ->check(given());
   app.add_flag("--snapshot", options->snapshot,
                "Put a picture of each chart into the page, for readers without scripts; needs Node 18 or later");
+  app.add_flag("--keep-state", options->keep_state,
+               "With -o: keep the state of controls in the pages, so that they can be worked on there, too");
   return running(run_publish, options);
 }
 

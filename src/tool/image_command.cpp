@@ -1,4 +1,4 @@
-// image: the picture of a chart, as its component draws it, or else as published pages show it.
+// image: the picture of a chart, as its component draws it: the one that ships, as published pages show it.
 
 #include <filesystem>
 
@@ -12,19 +12,10 @@
 namespace plexoras {
 namespace {
 
-std::string draw_for_readers(TemplateSession& session, LiveControl& control, const std::string& language) {
-  const std::optional<ChartPicture> picture = picture_of(control, language);
-  if (!picture) throw AutomationError(RunTimeError::InvalidCall, "the chart has no data of its own");
-  return NodeRenderer::installed(session).draw(*picture);
-}
-
 std::string picture_bytes(TemplateSession& session, LiveControl& control, const std::string& language) {
-  try {
-    return control.control().get("getDiagram").to_object()->call("getChartImage").to_text();
-  } catch (const AutomationError& error) {
-    if (error.number() != RunTimeError::NoSuchAction) throw;
-  }
-  return draw_for_readers(session, control, language);
+  const auto draw = [&](const ChartPicture& picture) { return NodeRenderer::installed(session).draw(picture); };
+  const ObjectRef painter = paint_with(control, draw, language);
+  return control.control().get("getDiagram").to_object()->call("getChartImage").to_text();
 }
 
 // A file that says it is something else than it is helps nobody.

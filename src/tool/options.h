@@ -96,6 +96,7 @@ struct PublishOptions {
   std::vector<std::string> paths;
   std::string output;
   bool snapshot = false;
+  bool keep_state = false;
 };
 
 struct RefreshOptions {

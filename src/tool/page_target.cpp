@@ -13,6 +13,12 @@ PageTarget parse_page_target(std::string_view text) {
 
 std::size_t find_control(const Page& page, const PageTarget& target) {
   const std::size_t count = page.controls().size();
+  if (count == 0 && page.is_published()) {
+    throw AutomationError(RunTimeError::InvalidCall,
+                          page.path() +
+                              ": this page was published without the state of its controls; work on the page "
+                              "that it was made from, or publish that with --keep-state");
+  }
   if (count == 0) {
     throw AutomationError(
         RunTimeError::InvalidCall,

@@ -113,7 +113,8 @@ int run_publish(const PublishOptions& options, HeadlessPlatform& host, Console& 
   host.platform().message_box = &silent;
   TemplateSession session(host.platform());
   Publisher publisher(session, console.options().dry_run ? Publisher::Writing::DryRun : Publisher::Writing::Write,
-                      options.snapshot ? drawing(session, console) : DrawChart());
+                      options.snapshot ? drawing(session, console) : DrawChart(),
+                      options.keep_state ? Publisher::StateInMirrors::Keep : Publisher::StateInMirrors::LeaveOut);
   Totals totals;
   defer_interrupts();
   for (const SiteFile& file : site_files(options.paths, options.output)) {

@@ -135,9 +135,7 @@ TEST(DiagramApplet, AnswersItsMethods) {
   EXPECT_EQ(refusal([&] { chart.call("FontName"); }).substr(0, 4), "438 ");
   EXPECT_EQ(refusal([&] { chart.get("getFontList"); }).substr(0, 4), "438 ");
   EXPECT_EQ(refusal([&] { chart.call_by_id(1); }).substr(0, 4), "438 ");
-  EXPECT_EQ(
-      refusal([&] { chart.call("getChartImage"); }),
-      "445 getChartImage: Object doesn't support this action; the chart component of this program cannot draw yet");
+  EXPECT_EQ(refusal([&] { chart.call("getChartImage"); }).substr(0, 4), "445 ");
 }
 
 TEST(DiagramApplet, SampleContentsAreALabelledTable) {

@@ -118,17 +118,48 @@ TEST(Publisher, KeepsTheLastTextOfAControlThatFails) {
 TEST(Publisher, KeepsWhatReadersOfAMirrorHave) {
   Site site;
   site.folder.write("p.html", page_of(site.record("A"), ""));
-  Publisher publisher(site.author.session);
-  const auto mirror = [&] {
-    return publisher.publish_page(site.folder.path("p.html"), site.folder.path("out/p.html"));
+  using State = Publisher::StateInMirrors;
+  const auto mirror = [&](State state) {
+    Publisher publisher(site.author.session, Publisher::Writing::Write, {}, state);
+    return publisher.publish_page(site.folder.path("p.html"), site.folder.path("out/p.html")).outcome;
   };
-  ASSERT_EQ(mirror().outcome, Outcome::Written);
-  const std::string good = site.folder.read("out/p.html");
+  ASSERT_EQ(mirror(State::Keep), Outcome::Written);
+  const std::string with_state = site.folder.read("out/p.html");
+  EXPECT_EQ(Page::parse("p", with_state).controls().at(0).record, site.record("A"));
+  ASSERT_EQ(mirror(State::LeaveOut), Outcome::Written);
+  EXPECT_EQ(mirror(State::LeaveOut), Outcome::Unchanged);
+  const std::string without = site.folder.read("out/p.html");
+  EXPECT_TRUE(without.starts_with("<body>\n<!--published A-->\n<!-- Setting Properties; ")) << without;
+  EXPECT_TRUE(without.ends_with("</p>\n<!--/published-->\n</body>\n")) << without;
 
-  site.folder.write("p.html", page_of(site.record("A", "yes"), ""));
-  EXPECT_EQ(mirror().outcome, Outcome::Failed);
-  const auto text = [](const std::string& bytes) { return bytes.substr(bytes.find("-->")); };
-  EXPECT_EQ(text(site.folder.read("out/p.html")), text(good));
+  // Whatever a mirror keeps, and kept before, a control that fails has the text of the last good one.
+  site.folder.write("p.html", page_of(site.record("A", "yes"), "the source's own"));
+  const auto text = [](const std::string& bytes) {
+    const std::size_t begin = bytes.find("<!-- Setting");
+    return bytes.substr(begin, bytes.find("<!--/", begin) - begin);
+  };
+  for (const std::string& last : {with_state, without}) {
+    for (const State state : {State::Keep, State::LeaveOut}) {
+      site.folder.write("out/p.html", last);
+      EXPECT_EQ(mirror(state), Outcome::Failed);
+      EXPECT_EQ(text(site.folder.read("out/p.html")), text(without));
+      EXPECT_EQ(Page::read(site.folder.path("out/p.html")).controls().size(), state == State::Keep ? 1u : 0u);
+    }
+  }
+  fs::remove(site.folder.path("out/p.html"));
+  EXPECT_EQ(mirror(State::LeaveOut), Outcome::Failed);
+  EXPECT_EQ(site.folder.read("out/p.html"),
+            "<body>\n<!--published A-->\nthe source's own\n<!--/published-->\n</body>\n");
+}
+
+TEST(Publisher, KeepsTheStateOfAPageThatIsItsOwnMirror) {
+  Site site;
+  site.folder.write("p.html", page_of(site.record("A")));
+  fs::create_directory_symlink(site.folder.path(), site.folder.path("link"));
+  for (const char* target : {"./p.html", "link/p.html"}) {
+    Publisher(site.author.session).publish_page(site.folder.path("p.html"), site.folder.path(target));
+    EXPECT_EQ(Page::read(site.folder.path("p.html")).controls().at(0).record, site.record("A")) << target;
+  }
 }
 
 TEST(Publisher, RefusesTextsThatHoldAMark) {
@@ -189,6 +220,7 @@ TEST(Publisher, PutsTheScriptOncePerPageAndSite) {
   Site site;
   site.author.host.files["DIAGRAM.DAT"] = showing_template;
   site.author.host.files["plexoras-diagram.js"] = "draw()";
+  site.author.host.files["plexoras-diagram.LICENSES.txt"] = "draw()";  // as the script, so that one loop will do
   const auto record = [&](std::string_view name, std::string_view note) {
     LiveControl control = site.author.make(name);
     ControlProperties(control).set("NOTE", note);
@@ -221,8 +253,8 @@ TEST(Publisher, PutsTheScriptOncePerPageAndSite) {
     const std::size_t script = bytes.find("<script src=\"" + std::string(c.address) + "\"></script>");
     EXPECT_NE(script, std::string::npos) << c.target;
     EXPECT_EQ(bytes.find("<script"), bytes.rfind("<script")) << c.target;
-    EXPECT_GT(script, bytes.find("name=\"B\"")) << "the first chart that uses it";
-    EXPECT_LT(script, bytes.find("name=\"C\"")) << c.target;
+    EXPECT_GT(script, bytes.find("published B-")) << "the first chart that uses it";
+    EXPECT_LT(script, bytes.find("published C-")) << c.target;
   }
   publisher.publish_page(site.folder.path("plain.html"), site.folder.path("plain/p.html"));
 
@@ -232,9 +264,11 @@ TEST(Publisher, PutsTheScriptOncePerPageAndSite) {
     EXPECT_EQ(read_file(file.target), "draw()");
     scripts += replaced_all(file.target, site.folder.path() + "/", "") + "|";
   }
-  EXPECT_EQ(scripts,
-            "alone/plexoras-diagram.js|odd/\"x\" 50% #1?ä/plexoras-diagram.js|odd/a &b\xFF/plexoras-diagram.js|"
-            "out (1)/plexoras-diagram.js|");
+  std::string expected;
+  for (const std::string folder : {"alone/", "odd/\"x\" 50% #1?ä/", "odd/a &b\xFF/", "out (1)/"}) {
+    for (const char* name : {"plexoras-diagram.js|", "plexoras-diagram.LICENSES.txt|"}) expected += folder + name;
+  }
+  EXPECT_EQ(scripts, expected);
   EXPECT_EQ(publisher.publish_scripts().front().outcome, Outcome::Unchanged);
 }
 
@@ -322,7 +356,6 @@ TEST(SiteFiles, MirrorASite) {
   EXPECT_EQ(site.folder.read("s/b.html"), page) << "the source stays";
   EXPECT_EQ(site.folder.read("s/out/logo.png"), std::string_view("\0\r\n", 3));
   EXPECT_EQ(site.folder.read("s/out/sub/a.HTM"), site.folder.read("s/out/b.html"));
-  EXPECT_EQ(Page::read(site.folder.path("s/out/b.html")).controls().at(0).record, site.record("A"));
 }
 
 TEST(SiteFiles, RefuseWhatCannotBeDone) {

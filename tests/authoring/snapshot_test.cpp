@@ -37,6 +37,22 @@ TEST(ChartPicture, HasAStampOfItsOwnForWhateverShows) {
   EXPECT_TRUE(stamps.insert(stamp_with("", "", "de")).second);
 }
 
+TEST(ChartPicture, IsWhatTheComponentAnswersAsLongAsItHasAPainter) {
+  Author author;
+  LiveControl control = author.make();
+  const auto image = [&] { return outcome([&] { return control.component()->call("getChartImage").to_text(); }); };
+  EXPECT_TRUE(image().starts_with("error 445: ")) << image();
+  {
+    const ObjectRef painter = paint_with(
+        control, [](const ChartPicture& picture) { return picture.settings[2].second + " " + picture.language; }, "de");
+    control.control().SetProperty("CAPTION", "Kosten");
+    EXPECT_EQ(image(), "Kosten de");
+    control.control().SetProperty("Contents", "");
+    EXPECT_EQ(image(), "error 5: the chart has no data of its own");
+  }
+  EXPECT_TRUE(image().starts_with("error 445: ")) << image();
+}
+
 TEST(Snapshot, StandsInATemplateWithItsStamp) {
   const std::string_view stamp = "0123456789abcdef";
   const std::string element = snapshot_element("<svg><text id=\"a\">$(A) #(B) $$( --> c</text>\n</svg>", stamp);

@@ -769,7 +769,26 @@ class Publish(ToolTest):
         self.assertEqual((first.st_ino, first.st_mtime_ns), (second.st_ino, second.st_mtime_ns))
         self.write("q.html", text)
         self.done("publish", "p.html", "q.html", "-o", "out")
-        self.assertEqual([self.read("out/p.html"), self.read("out/q.html")], [text, text])
+        self.assertEqual(self.read("out/p.html"), self.read("out/q.html"))
+        self.assertNotIn(b"<!--dtc", self.read("out/p.html"))
+        self.refused(1, "out/p.html: this page was published without the state of its controls", "get", "out/p.html#A")
+        self.assertIn(b"1 written", self.run_tool("publish", "p.html", "-o", "out", "--keep-state").stderr)
+        self.assertEqual(self.read("out/p.html"), text)
+
+    def test_weight_of_a_chart(self):
+        shutil.copytree(os.path.join(os.path.dirname(__file__), "../../examples/site"), self.path("site"))
+        self.done("new", "site/p.html", "--name", "default")
+        self.done("publish", "site", "-o", "out")
+        own = {}
+        for name in self.files():
+            if not (name.startswith("out/") and name.endswith(".html")):
+                continue
+            for control, text in re.findall(rb"<!--published ([^>]*)-->(.*?)<!--/published-->", self.read(name), re.S):
+                data = re.findall(rb'name="XmlContents" value="[^"]*"|<table>.*</table>', text, re.S)
+                own[control.decode()] = len(text) - sum(map(len, data))
+        self.assertIn("default", own)
+        self.assertGreater(len(own), 6)
+        self.assertEqual({name: size for name, size in own.items() if size >= 2048}, {})
 
     def test_mirror_of_a_site(self):
         self.done("new", "p.html", "--name", "A")
@@ -777,7 +796,9 @@ class Publish(ToolTest):
         for name, data in {"a.html": page, "sub/b.HTM": page, "plain.html": b"<p>", "x.bin": b"\0\r\n",
                            ".git/config": b"g", ".htaccess": b"h", "sub/empty.css": b""}.items():
             self.write("site/" + name, data)
-        *rows, script = self.json("publish", "site", "-o", "site/out")
+        *rows, script, licences = self.json("publish", "site", "-o", "site/out")
+        self.assertEqual((licences["target"], licences["outcome"]),
+                         ("site/out/plexoras-diagram.LICENSES.txt", "copied"))
         self.assertEqual((script["target"], script["outcome"]), ("site/out/plexoras-diagram.js", "copied"))
         self.assertEqual(self.read(script["source"]), self.read(script["target"]))
         self.assertIn(b'<script defer src="../plexoras-diagram.js"></script>', self.read("site/out/sub/b.HTM"))
@@ -859,14 +880,15 @@ class Publish(ToolTest):
             rest, errors = process.communicate(timeout=60)
         self.assertEqual((process.returncode, errors), (130, b""))
         rows = [json.loads(line) for line in [first, *rest.splitlines()]]
-        script = rows.pop()  # that the pages published so far ask for
-        self.assertEqual(script["outcome"], "copied")
+        script, licences = rows[-2:]  # that the pages published so far ask for
+        self.assertEqual((script["outcome"], licences["outcome"]), ("copied", "copied"))
+        del rows[-2:]
         self.assertLess(len(rows), 200)
         published = [row["source"] for row in rows]
         for number in range(200):
             name = f"site/{number:03}.html"
             self.assertEqual(self.read(name) != page, name in published, name)
-        self.assertEqual(len(self.files()), 202, "no temporary file is left")
+        self.assertEqual(len(self.files()), 203, "no temporary file is left")
 
     def test_snapshots(self):
         self.done("new", "p.html", "--name", "A", "CAPTION=Ä $(X) --> & <b>")
@@ -906,7 +928,7 @@ class Publish(ToolTest):
             self.assertEqual(page.count(b"<div data-stamp="), pictures, name)
             self.assertEqual(page.count(b"<table>"), 2, name)
             if pictures == 1:
-                self.assertRegex(page, rb'<div data-stamp="([0-9a-f]{16})"><svg id="p\1-1">en</svg></div>\n<table>')
+                self.assertRegex(page, rb'<div data-stamp="([0-9a-f]{16})"><svg id="p\1-1">en</svg></div></div>\n<table>')
         self.refused(1, 'p.html#A: there is no picture: there is no program "node"', "image", "p.html#A", "-o", "a.svg",
                      env={"PATH": self.path("bin")})
 
@@ -914,8 +936,8 @@ class Publish(ToolTest):
     def test_snapshots_by_the_real_program(self):
         self.done("new", "p.html", "--name", "A", "CAPTION=Ä $(X) --> & <b>", "FontSize=13")
         self.done("new", "p.html", "--name", "B", "DiagramType=9")
-        rows = self.json("publish", "p.html", "-o", "out", "--snapshot")
-        self.assertEqual([row["pictures"] for row in rows], [2, 0], rows)
+        rows = self.json("publish", "p.html", "-o", "out", "--snapshot", "--keep-state")
+        self.assertEqual([row["pictures"] for row in rows], [2, 0, 0], rows)
         page = self.read("out/p.html").decode()
         self.assertEqual(len(re.findall(r'<div data-stamp="[0-9a-f]{16}"><svg ', page)), 2)
         self.assertIn("Ä &#36;(X) --&gt; &amp; &lt;b&gt;", page)
@@ -923,10 +945,10 @@ class Publish(ToolTest):
         self.assertEqual(len(ids), len(set(ids)), ids)
         self.assertEqual(self.read("out/p.html"), page.encode())
         self.assertIn(b"0 written, 1 unchanged, 2 pictures", self.run_tool("publish", "p.html", "-o", "out",
-                                                                           "--snapshot").stderr)
+                                                                           "--snapshot", "--keep-state").stderr)
         self.assertEqual(self.done("check", "out/p.html"), b"")
         self.done("set", "out/p.html#A", "FontSize=14")
-        self.assertRegex(self.done("check", "out/p.html").decode(), r"^out/p\.html:\d+:18: warning: .*\[stale-picture\]")
+        self.assertRegex(self.done("check", "out/p.html").decode(), r"^out/p\.html:\d+:42: warning: .*\[stale-picture\]")
         self.done("image", "p.html#A", "-o", "a.svg")
         svg = self.read("a.svg").decode()
         self.assertTrue(svg.startswith("<svg xmlns=") and svg.endswith("</svg>"), svg[:99])

@@ -1,7 +1,7 @@
 // Builds what pages and the tool use: the script with the element, and the program that draws without a browser.
 //
-//     node build.mjs        -> build/web/plexoras-diagram.js, build/web/plexoras-render.mjs
-import { existsSync, readFileSync } from "node:fs";
+//     node build.mjs        -> build/web/plexoras-diagram.js, plexoras-render.mjs, plexoras-diagram.LICENSES.txt
+import { existsSync, readdirSync, readFileSync, writeFileSync } from "node:fs";
 import { dirname, join, relative } from "node:path";
 import { fileURLToPath } from "node:url";
 import { gzipSync } from "node:zlib";
@@ -60,14 +60,31 @@ const common = {
   bundle: true,
   minify: true,
   legalComments: "none",
-  charset: "utf8",
+  // A page that does not say its encoding must not spoil the script's own words.
+  charset: "ascii",
   define: { "process.env.NODE_ENV": '"production"', PLEXORAS_VERSION: JSON.stringify(version) },
   plugins: [replaceUnused, minifyStyles],
   logLevel: "warning",
+  metafile: true,
 };
 
-// The drawing library's licence asks for its notice.
-const notice = "/* plexoras-diagram. Contains Apache ECharts (Apache License 2.0) and ZRender (BSD 3-Clause). */";
+const licences = "plexoras-diagram.LICENSES.txt";
+const notice = "/* plexoras-diagram. Contains Apache ECharts (Apache License 2.0), ZRender (BSD 3-Clause) and tslib (0BSD):"
+  + ` ${licences} */`;
+
+/** What the packages say of their terms, whole: the licences ask that it goes along with the scripts. */
+function licencesOf(packages) {
+  return packages.map((name) => {
+    const folder = join(here, "node_modules", name);
+    const texts = ["", "licenses"].map((part) => join(folder, part)).filter(existsSync)
+      .flatMap((path) => readdirSync(path, { withFileTypes: true })
+        .filter((entry) => entry.isFile() && /^(licen[cs]e|notice|copy)/i.test(entry.name))
+        .map((entry) => readFileSync(join(path, entry.name), "utf8").replaceAll("\r\n", "\n").trim()));
+    if (texts.length === 0) throw new Error(`${name} has no licence in ${folder}`);
+    const { version: itsVersion } = JSON.parse(readFileSync(join(folder, "package.json"), "utf8"));
+    return `${"=".repeat(80)}\n${name} ${itsVersion}\n${"=".repeat(80)}\n\n${texts.join("\n\n")}\n`;
+  }).join("\n");
+}
 
 const programs = [
   {
@@ -83,16 +100,30 @@ const programs = [
   },
 ];
 
+const packages = new Set();
 for (const { file, limit, options } of programs) {
   if (!existsSync(join(here, options.entryPoints[0]))) continue;
   const outfile = join(out, file);
-  await build({ ...common, ...options, outfile });
+  const { metafile } = await build({ ...common, ...options, outfile });
+  for (const input of Object.keys(metafile.inputs)) {
+    const [, name] = /node_modules\/((?:@[^/]+\/)?[^/]+)\/(?!.*node_modules\/)/.exec(input) ?? [];
+    if (name) packages.add(name);
+  }
   const bytes = readFileSync(outfile);
   const kiB = (size) => (size / 1024).toFixed(1);
   const zipped = gzipSync(bytes, { level: 9 }).length;
   console.log(`${relative(join(here, "../.."), outfile)}: ${kiB(bytes.length)} KiB, ${kiB(zipped)} KiB gzip`);
+  if (/[^\0-\x7f]/.test(bytes.toString())) {
+    console.error(`${file} holds signs beyond ASCII: write those of regular expressions as \\u....`);
+    process.exitCode = 1;
+  }
   if (limit && zipped > limit * 1024) {
     console.error(`${file} is larger than ${limit} KiB gzip`);
     process.exitCode = 1;
   }
 }
+for (const name of packages) {
+  if (!notice.toLowerCase().includes(name)) throw new Error(`the notice of the scripts does not name ${name}`);
+}
+writeFileSync(join(out, licences), `plexoras-diagram.js and plexoras-render.mjs contain parts of what follows.\n\n`
+  + licencesOf([...packages].sort()));
