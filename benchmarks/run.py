@@ -12,7 +12,7 @@ import sys
 
 HERE = pathlib.Path(__file__).resolve().parent
 DOCUMENT = HERE.parent / "docs" / "benchmarks.md"
-SUITES = ["template", "import", "table", "pages"]
+SUITES = ["template", "import", "table", "pages", "element"]
 END = "<!-- end of measured -->\n"
 
 

@@ -4,23 +4,23 @@ import type { Table } from "./data/table.ts";
 import { tableOf } from "./data/table.ts";
 import { DrawTimes } from "./draw_times.ts";
 import { FigureBox } from "./figure_box.ts";
+import { FigureEvents } from "./figure_events.ts";
 import type { ValueFormat } from "./format/value_format.ts";
 import { numberReader, valueFormat } from "./format/value_format.ts";
 import { mountGrid } from "./grid/grid.ts";
-import { isTable } from "./grid/model.ts";
-import { languagesFor } from "./languages.ts";
+import { languagesFor } from "./host/languages.ts";
+import type { Part, PartHost } from "./host/part.ts";
+import { samePlace } from "./host/selection.ts";
 import { settleLook } from "./look/theme.ts";
+import { chartName, describeDrawing, nameFigure } from "./parts/announced_figure.ts";
 import { runCommand } from "./parts/commands.ts";
-import { figureName, nameFigure } from "./parts/figure.ts";
-import type { Part, PartHost } from "./parts/part.ts";
 import { mountMenu } from "./parts/popup_menu.ts";
-import { samePlace } from "./parts/selection.ts";
 import type { OptionHook, Stage } from "./parts/stage.ts";
 import { mountStage } from "./parts/stage.ts";
 import { mountTabs } from "./parts/tabs.ts";
 import { mountWalker } from "./parts/walker.ts";
+import { isTable } from "./settings/diagram_types.ts";
 import type { MenuItem } from "./settings/menu.ts";
-import { SettingError } from "./settings/setting_error.ts";
 import type { Settings } from "./settings/settings.ts";
 import { readSettings } from "./settings/settings.ts";
 import { Surroundings } from "./surroundings.ts";
@@ -48,11 +48,14 @@ export class Figure implements PartHost {
 
   private hook: OptionHook | null = null;
   private readonly box: FigureBox;
+  private readonly events: FigureEvents;
   private readonly internals: ElementInternals | null;
   private readonly surroundings: Surroundings;
   private readonly times: DrawTimes;
   private readonly sizes: ResizeObserver;
-  private texts: Readonly<Record<string, string>> = {};
+  // Null: not read yet.
+  private texts: Readonly<Record<string, string>> | null = null;
+  private isReadDue = false;
   private model: Model | null = null;
   private shown: Scene | null = null;
   private parts: Part[] = [];
@@ -60,12 +63,12 @@ export class Figure implements PartHost {
   private tabs: Part | null = null;
   private selection: readonly CellPlace[] = [];
   private series: number | null = null;
-  private isReady = false;
 
   constructor(element: HTMLElement, root: ShadowRoot) {
     this.element = element;
     this.root = root;
     this.box = new FigureBox(element, root);
+    this.events = new FigureEvents(element);
     this.internals = typeof element.attachInternals === "function" ? element.attachInternals() : null;
     this.surroundings = new Surroundings(element, () => this.redraw());
     this.times = new DrawTimes(element, () => this.draw());
@@ -74,6 +77,14 @@ export class Figure implements PartHost {
 
   get drawing(): HTMLElement {
     return this.box.drawing;
+  }
+
+  get name(): string {
+    return chartName(this.element, this.model?.settings ?? { caption: "", alt: "" });
+  }
+
+  get isPrinting(): boolean {
+    return this.times.isPrinting;
   }
 
   /** Gets the drawing library's option before each drawing. */
@@ -110,16 +121,22 @@ export class Figure implements PartHost {
     this.times.stop();
     this.sizes.disconnect();
     this.clear();
-    this.texts = {};
+    this.texts = null;
+    this.isReadDue = false;
     this.model = null;
     this.box.setState("pending");
   }
 
   /** Takes the texts of the parameters, by name, and draws what has changed. */
   read(texts: Readonly<Record<string, string>>): void {
-    if (sameTexts(texts, this.texts)) return;
+    // What is beside the parameters may have changed as well.
+    this.describe();
+    const isSame = this.texts !== null && sameTexts(texts, this.texts);
+    if (isSame && !this.isReadDue) return;
+    if (!isSame) this.events.settingsChanged();
     const before = this.model;
     this.texts = texts;
+    this.isReadDue = false;
     try {
       this.take(readSettings(texts), before);
     } catch (problem) {
@@ -129,9 +146,12 @@ export class Figure implements PartHost {
 
   /** The element's language may have changed, and with it the format of its values. */
   readAgain(): void {
-    const { texts } = this;
-    this.texts = {};
-    this.read(texts);
+    if (this.isReadDue || !this.texts) return;
+    this.isReadDue = true;
+    // Not at once: this may be what a listener does who has just heard of a failure.
+    queueMicrotask(() => {
+      if (this.isReadDue && this.texts) this.read(this.texts);
+    });
   }
 
   /** The element's own size has been set. */
@@ -149,16 +169,21 @@ export class Figure implements PartHost {
 
   scene(): Scene {
     if (!this.shown) throw new Error("nothing has been drawn");
-    return this.shown;
+    const { selection, series } = this;
+    return { ...this.shown, selection, series };
   }
 
   select(cells: CellPlace[]): void {
-    const isSame = cells.length === this.selection.length
-      && cells.every((cell, index) => samePlace(cell, this.selection[index] ?? cell));
+    if (!this.model) return;
+    const { table, format } = this.model;
+    // What is on show may be a larger table than the one that comes in the next frame.
+    const selection = placesIn(table, cells);
+    const isSame = selection.length === this.selection.length
+      && selection.every((cell, index) => samePlace(cell, this.selection[index] ?? cell));
     if (isSame) return;
-    this.selection = cells;
+    this.selection = selection;
     this.redraw();
-    this.fire("plexoras-select", this.selectionDetail());
+    this.events.selected(selection, table, format);
   }
 
   showSeries(series: number | null): void {
@@ -170,16 +195,26 @@ export class Figure implements PartHost {
     this.stage?.highlight(cell);
   }
 
+  withAll<T>(act: () => T): T {
+    return this.stage ? this.stage.withAll(act) : act();
+  }
+
   command(item: MenuItem): void {
-    const { type, param, caption } = item;
-    const isWanted = this.fire("plexoras-command", { type, param, caption }, true);
+    const isWanted = this.events.command(item);
     // A script is the page's own affair.
-    if (!isWanted || type !== "java") return;
-    runCommand(this, param).catch((problem: unknown) => this.report(problem, "Menu"));
+    if (!isWanted || item.type !== "java") return;
+    runCommand(this, item.param).catch((problem: unknown) => this.events.report(problem, "Menu"));
   }
 
   redraw(): void {
     if (this.model?.settings.visible) this.times.request();
+  }
+
+  join(part: Part): () => void {
+    this.parts.push(part);
+    return () => {
+      this.parts = this.parts.filter((other) => other !== part);
+    };
   }
 
   private take(settings: Settings, before: Model | null): void {
@@ -200,7 +235,7 @@ export class Figure implements PartHost {
     if (before && before.settings.hasMenu !== settings.hasMenu) this.clear();
 
     this.box.setCaption(settings.caption);
-    if (this.internals) nameFigure(this.internals, figureName(this.element));
+    if (this.internals) nameFigure(this.internals, this.name);
     if (!settings.visible) {
       this.clear();
       this.box.setState("hidden");
@@ -214,11 +249,7 @@ export class Figure implements PartHost {
   private selectionIn(table: Table, { style }: Settings, before: Model | null): readonly CellPlace[] {
     const earlier = before?.settings.style;
     const isKept = earlier?.RowSelection === style.RowSelection && earlier.ColSelection === style.ColSelection;
-    const cells = isKept ? this.selection : [{ row: style.RowSelection, column: style.ColSelection }];
-    const [rows, columns] = [table.rowLabels.length, table.columnLabels.length];
-    return cells
-      .map(({ row, column }) => ({ row: placeIn(row, rows), column: placeIn(column, columns) }))
-      .filter(({ row, column }) => row >= 0 || column >= 0);
+    return placesIn(table, isKept ? this.selection : [{ row: style.RowSelection, column: style.ColSelection }]);
   }
 
   // Draws again where the box has another size than what is drawn.
@@ -237,9 +268,7 @@ export class Figure implements PartHost {
       this.fail(problem);
       return;
     }
-    if (this.isReady) return;
-    this.isReady = true;
-    this.fire("plexoras-ready", { type: model.settings.style.DiagramType });
+    this.events.drawn(model.settings.style.DiagramType);
   }
 
   private drawModel({ settings, table, format }: Model): void {
@@ -253,8 +282,17 @@ export class Figure implements PartHost {
     this.tabs?.update(this.shown);
     this.shown = { ...this.shown, width: this.drawing.clientWidth, height: this.drawing.clientHeight };
     for (const part of this.parts) part.update(this.shown);
-    this.box.setRepeated(isTable(style.DiagramType));
+    this.box.setTable(isTable(style.DiagramType));
     this.box.setState("drawn");
+    this.describe();
+  }
+
+  // Data that stand in the element as a table are heard once: there.
+  private describe(): void {
+    if (!this.shown) return;
+    const hasTable = this.element.querySelector("table") !== null;
+    const kind = isTable(this.shown.style.DiagramType) ? "table" : hasTable ? "unheard" : "image";
+    describeDrawing(this.drawing, kind, this.name);
   }
 
   private mountParts({ menu, hasMenu }: Settings): void {
@@ -277,35 +315,15 @@ export class Figure implements PartHost {
     this.model = null;
     this.clear();
     this.box.setState("failed");
-    this.report(problem, problem instanceof SettingError ? problem.setting : "");
+    this.events.failed(problem);
   }
+}
 
-  private report(problem: unknown, setting: string): void {
-    const message = problem instanceof Error ? problem.message : String(problem);
-    console.error(`plexoras-diagram${this.element.id && `#${this.element.id}`}: ${message}`);
-    this.fire("plexoras-error", { message, setting });
-  }
-
-  // False when a listener has cancelled what was going to happen.
-  private fire(type: string, detail: object, cancelable = false): boolean {
-    return this.element.dispatchEvent(new CustomEvent(type, { bubbles: true, composed: true, cancelable, detail }));
-  }
-
-  private selectionDetail(): object {
-    const cells = this.selection.map(({ row, column }) => ({ row, column }));
-    const { row, column } = cells[cells.length - 1] ?? { row: -1, column: -1 };
-    const { table, format } = this.scene();
-    const cell = table.cells[row]?.[column];
-    return {
-      row,
-      column,
-      rowLabel: table.rowLabels[row] ?? "",
-      columnLabel: table.columnLabels[column] ?? "",
-      value: cell?.number ?? null,
-      text: cell ? format.text(cell.text) : "",
-      cells,
-    };
-  }
+// As far as the table has them.
+function placesIn({ rowLabels, columnLabels }: Table, cells: readonly CellPlace[]): readonly CellPlace[] {
+  return cells
+    .map(({ row, column }) => ({ row: placeIn(row, rowLabels.length), column: placeIn(column, columnLabels.length) }))
+    .filter(({ row, column }) => row >= 0 || column >= 0);
 }
 
 function placeIn(index: number, count: number): number {

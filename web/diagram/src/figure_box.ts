@@ -1,7 +1,7 @@
 // The boxes in an element's shadow: the frame with caption and drawing, and what the page has put into the element.
 import { figureStyle } from "./figure_style.ts";
+import { adoptStyle, makeStyle } from "./host/style_sheet.ts";
 import type { Look } from "./look/look.ts";
-import { adoptStyle, makeStyle } from "./parts/style_sheet.ts";
 
 /**
  * pending: not drawn yet, the fallback is on show; drawn; failed: the fallback is on show, as high as it is; hidden:
@@ -68,9 +68,10 @@ export class FigureBox {
     this.caption.textContent = text;
   }
 
-  /** What is drawn says the same as the fallback, to the ear as well. */
-  setRepeated(isRepeated: boolean): void {
-    this.fallback.classList.toggle("repeated", isRepeated);
+  /** A table says the same as the fallback, to the ear as well; and on paper it can go on on the next page. */
+  setTable(isTable: boolean): void {
+    this.fallback.classList.toggle("repeated", isTable);
+    this.setRule("break-inside", isTable ? "auto" : "avoid");
   }
 
   setLook(look: Look, hasBorder: boolean): void {

@@ -61,13 +61,16 @@ export const figureStyle = `
   pointer-events: none;
 }
 .drawn > .fallback.repeated { display: none; }
+/* A picture that stands in for the drawing says what the figure's name and the table say. */
+.drawn > .fallback ::slotted(:is(svg, img, picture, [data-stamp])) { display: none; }
 
 @media (forced-colors: active) {
   .stage { forced-color-adjust: none; }
 }
 
 @media print {
-  :host { height: auto !important; break-inside: avoid; }
+  :host { height: auto !important; }
+  .caption { break-after: avoid; }
   .drawn, .drawn > .frame { height: auto; overflow: visible; }
   .drawing { flex: none; }
   .stage { position: static; }

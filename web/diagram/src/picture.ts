@@ -4,13 +4,14 @@ import { buildOption } from "./charts/index.ts";
 import { init, setPlatformAPI } from "./charts/library.ts";
 import { estimatedWidth } from "./charts/measure.ts";
 import { escaped, picture, settled, tag } from "./charts/svg_text.ts";
-import { tablePicture } from "./charts/table_picture.ts";
 import { cutTo, lineHeight, oneLine } from "./charts/text.ts";
 import { tableOf } from "./data/table.ts";
 import { numberReader, valueFormat } from "./format/value_format.ts";
-import { isTable } from "./grid/model.ts";
+import { tablePicture } from "./grid/table_picture.ts";
+import { textsOf } from "./host/texts.ts";
 import type { Look } from "./look/look.ts";
 import { plainReading, settleLook } from "./look/theme.ts";
+import { isTable } from "./settings/diagram_types.ts";
 import { readSettings } from "./settings/settings.ts";
 
 export interface PictureRequest {
@@ -53,7 +54,8 @@ export function drawPicture(request: PictureRequest): string {
     selection: place.row >= 0 || place.column >= 0 ? [place] : [],
     series: null,
   };
-  const drawn = isTable(style.DiagramType) ? tablePicture(scene) : settled(chartMarkup(scene), request.prefix);
+  const drawn = isTable(style.DiagramType)
+    ? tablePicture(scene, textsOf(request.languages[0] ?? "en")) : settled(chartMarkup(scene), request.prefix);
   const content = [
     tag("rect", { width, height, fill: look.ground }),
     head === 0 ? "" : captionLine(caption, width, head, look),

@@ -44,8 +44,14 @@ test("the normal distribution lies over the buckets", () => {
   const curve = normalCurve(values, buckets, false);
   const top = curve.reduce((best, point) => (point[1] > best[1] ? point : best));
   close(top[0], 50, "its top is at the mean");
-  const sums = normalCurve(values, buckets, true).map(([, y]) => y);
-  assert(sums.every((y, index) => index === 0 || y >= (sums[index - 1] ?? 0)), "sums never fall");
+  // The exact distribution with mean 50 and deviation 29.300171, by the error function, at the buckets' edges.
+  const shares = [0.04396, 0.086098, 0.152945, 0.247433, 0.366441, 0.5,
+    0.633559, 0.752567, 0.847055, 0.913902, 0.95604];
+  const sums = normalCurve(values, buckets, true, 11).map(([, y]) => y);
+  sums.forEach((y, edge) => assert(Math.abs(y / 101 - (shares[edge] ?? 0)) < 1e-6, `edge ${edge}: ${y / 101}`));
+  // 25 values lie below the first edge and are in no sum.
+  const [at] = normalCurve(values, bucketsOf(values, 3, 25, 100), true, 11);
+  close(at?.[1] ?? NaN, Math.max(101 * normalShare((25 - 50) / Math.sqrt(858.5)) - 25, 0), "a range of its own");
   assert.deepEqual(normalCurve([3, 3], buckets, false), [], "values that do not vary have none");
 });
 

@@ -3,6 +3,8 @@ import { test } from "node:test";
 
 import type { Scene } from "../src/charts/chart.ts";
 import { buildOption } from "../src/charts/index.ts";
+import { uniqueNames } from "../src/charts/text.ts";
+import { shade } from "../src/look/shades.ts";
 import type { Style } from "../src/settings/style.ts";
 import { type Cells, quarters, sceneOf } from "./charts_scene.ts";
 
@@ -116,6 +118,33 @@ test("each type draws its series", () => {
   }
 });
 
+test("CurveColor is that of drawn curves, or else of the only series", () => {
+  const lone: Cells = [["only"], ["a", 5], ["b", 7], ["c", 9]];
+  const [first = ""] = sceneOf(lone).look.palette;
+  const cases: [string, Cells, Partial<Style>, [string, string | undefined][]][] = [
+    ["bars alone", lone, { DiagramType: 5 }, [["only", "tomato"]]],
+    ["buckets under a curve", lone, { DiagramType: 0, CurveStyle: 1 }, [["only", first], ["only", "tomato"]]],
+    ["points and their trend", quarters, { DiagramType: 3, CurveStyle: 2 }, [["South", first], ["South", "tomato"]]],
+    ["a trend that takes its series' shade", quarters, { DiagramType: 3, CurveStyle: 1, CurveColor: "navy" },
+      [["South", first], ["South", shade(first, -0.4)]]],
+    ["a curve each", quarters, { DiagramType: 0, CurveStyle: 1 },
+      [["North", first], ["South", undefined], ["North", "tomato"], ["South", "tomato"]]],
+  ];
+  for (const [name, cells, style, expected] of cases) {
+    const series = seriesOf(sceneOf(cells, { CurveColor: "tomato", ...style }))
+      .filter((one) => !one.name.startsWith("\u200b"));
+    const found = series.map((one) => [one.name, at(one, one.type === "line" ? "color" : "itemStyle.color")]);
+    assert.deepEqual(found.map(([label, color], index) => [label, expected[index]?.[1] && color]), expected, name);
+  }
+});
+
+test("names are all unlike, whatever labels are", () => {
+  const labels = ["a", "a\u200b2", "a", "", "4", "a", "", ...Array<string>(20_000).fill("b")];
+  const names = uniqueNames(labels);
+  assert.equal(new Set(names).size, labels.length);
+  assert.deepEqual(names.slice(0, 2), ["a", "a\u200b2"], "the first of a kind keeps its own");
+});
+
 test("a tab brings one series to the front, in its own colour", () => {
   const scene = sceneOf(quarters, { DiagramType: 1 }, { series: 1 });
   const [only, ...others] = seriesOf(scene).filter(({ type }) => type === "line");
@@ -134,9 +163,3 @@ test("every cell that is drawn can be found", () => {
   assert.deepEqual(cells, ["1,0", "1,1"], "of a row alone");
 });
 
-test("names that are alike or no names stay apart, and none is markup", () => {
-  const scene = sceneOf([["A", "A", "", "{a|x}"], ["r", 1, 2, 3, 4]], { DiagramType: 1 });
-  const names = seriesOf(scene).map(({ name }) => name);
-  assert.equal(new Set(names).size, 4);
-  assert(names.every((name) => !/\{\w+\|/.test(name)), "a brace opens no style");
-});

@@ -76,6 +76,20 @@ test("what is written can be read", () => {
   assert.match(negative, /fill="#b3261e"[^>]*>-/, "negative values have their colour");
 });
 
+test("dates have no sum, and no number is too large for an axis of them", () => {
+  const days: Cells = [["Due"], ["a", "2024-01-01"], ["b", "2024-03-01"], ["c", "8640000000000000"]];
+  const style = { DiagramType: 1, FormatType: 5, HasStatistics: true };
+  const read = texts(draw(days.slice(0, 3), style));
+  const signs = ["n", "Ø", "min", "max", "Σ", "σ"].filter((sign) => read.includes(sign));
+  assert.deepEqual(signs, ["n", "Ø", "min", "max"]);
+  assert(read.includes("Jan 31, 2024"), "the mean of two days");
+  for (const DiagramType of [0, 1, 3, 5, 7, 10]) {
+    for (const wide of [{}, { IsAbsolute: true, yScaleMax: 1e18, xScaleMax: 1e18 }]) {
+      assert.match(draw(days, { ...style, ...wide, DiagramType }), /<text/, `type ${DiagramType}`);
+    }
+  }
+});
+
 test("patterns and gradients of two pictures on a page stay apart", () => {
   const ids = (svg: string): string[] => Array.from(svg.matchAll(/ id="([^"]+)"/g), ([, id]) => id ?? "");
   const style = { DiagramType: 5, RectStyle: 3 };

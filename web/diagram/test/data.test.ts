@@ -1,7 +1,7 @@
 import assert from "node:assert/strict";
 import { test } from "node:test";
 
-import { numberOfText, textOfNumber } from "../src/data/numbers.ts";
+import { numberOfText, textOfNumber } from "../src/settings/numbers.ts";
 import type { Table } from "../src/data/table.ts";
 import { tableOf } from "../src/data/table.ts";
 import { numberReader, valueFormat } from "../src/format/value_format.ts";

@@ -3,18 +3,19 @@ import assert from "node:assert/strict";
 import { test } from "node:test";
 
 import type { CellPlace, Scene } from "../src/charts/chart.ts";
+import { extent } from "../src/data/extent.ts";
 import type { Table } from "../src/data/table.ts";
 import { tableOf } from "../src/data/table.ts";
-import { numberOfText } from "../src/data/numbers.ts";
+import { numberOfText } from "../src/settings/numbers.ts";
 import { freshArrangement, moved, sorted } from "../src/grid/arrangement.ts";
-import { contrast, rgbOf } from "../src/grid/colours.ts";
+import { contrast, rgbOf } from "../src/look/colours.ts";
 import { heatScale } from "../src/grid/heat.ts";
 import { neededWidth, shared, sizesOf } from "../src/grid/sizes.ts";
 import { plainReading, settleLook } from "../src/look/theme.ts";
 import { placeOf } from "../src/parts/placement.ts";
-import { placeOfClick, selectionAfter } from "../src/parts/selection.ts";
-import { csvOf, tabTextOf } from "../src/parts/table_text.ts";
-import { textsOf } from "../src/parts/texts.ts";
+import { placeOfClick, selectionAfter } from "../src/host/selection.ts";
+import { csvOf, tabTextOf } from "../src/data/table_text.ts";
+import { textsOf } from "../src/host/texts.ts";
 import { stepInChart } from "../src/parts/walk.ts";
 import { defaultStyle } from "../src/settings/read_style.ts";
 
@@ -73,6 +74,10 @@ test("sorting: numbers, then texts, then gaps; equal ones keep their order, fixe
   assert.deepEqual([moved([5, 6, 7], 0, 2), moved([5, 6, 7], 2, 1)], [[6, 7, 5], [5, 7, 6]]);
 });
 
+test("a range of more numbers than a call takes arguments", () => {
+  assert.deepEqual(extent(Array.from({ length: 500_000 }, (_, index) => index - 3)), { least: -3, greatest: 499_996 });
+});
+
 test("columns share the width", () => {
   const cases: [string, number[], (number | undefined)[], number, number[]][] = [
     ["equally", [10, 20, 30], [], 300, [100, 100, 100]],
@@ -127,6 +132,17 @@ test("heat colours", () => {
     const alone = heatScale(tableWith(["a"], ["r"], ["7"]), look);
     assert.match(alone?.coloursOf(7).ground ?? "", /^#[0-9a-f]{6}$/);
   }
+  const red = settleLook({ ...defaultStyle(), negativeForeColor: "red" }, plainReading);
+  for (const values of [["-9", "9"], ["-9", "-1"]]) {
+    const scale = heatScale(tableWith(["a"], values, values), red);
+    for (const value of [-1, -4, -9]) {
+      const { ground, text } = scale?.coloursOf(value) ?? { ground: "", text: "" };
+      const paper = rgbOf(ground) ?? [0, 0, 0];
+      const [r, g, b] = rgbOf(text) ?? [0, 0, 0];
+      assert(r > g && r > b && contrast([r, g, b], paper) >= 4.5, `red, and readable: ${text} on ${ground}`);
+    }
+    assert.notEqual(scale?.coloursOf(9).text, scale?.coloursOf(-9).text);
+  }
   assert.equal(heatScale(tableWith(["a"], ["r"], ["n/a"]), settleLook(defaultStyle(), plainReading)), null);
 });
 
@@ -160,6 +176,13 @@ test("the table for other programs", () => {
   assert.equal(csvOf(table), 'Region,"Q""1",Q2\r\n"No,rth",1,"2\n3"\r\nSouth,,x\ty\r\n');
   assert.equal(tabTextOf(table), 'Region\tQ"1\tQ2\nNo,rth\t1\t2 3\nSouth\t\tx y');
   assert.equal(csvOf({ ...tableWith([], [], []), rowTitle: "" }), '""\r\n');
+  const shown: Record<string, string> = {
+    "=A1": "'=A1", "@SUM": "'@SUM", "-A1": "'-A1", "+1-A1": "'+1-A1", "\t=1": "' =1", "＝1": "'＝1",
+    "-5": "-5", "-1e3": "-1e3", "-5.5 €": "-5.5 €", "+49 30 5": "+49 30 5", "a=b": "a=b",
+  };
+  for (const [text, wanted] of Object.entries(shown)) {
+    assert.equal(tabTextOf(tableWith([], [text], [text])), `Region\t\n${wanted}\t${wanted}`, "formulas are texts");
+  }
 });
 
 test("our own words follow the language", () => {

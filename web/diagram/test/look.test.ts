@@ -1,9 +1,10 @@
 import assert from "node:assert/strict";
 import { test } from "node:test";
 
-import { contrast, type Rgb, rgbOf, rgbToLab } from "../src/grid/colours.ts";
+import { contrast, type Rgb, rgbOf, rgbToLab } from "../src/look/colours.ts";
 import type { Look } from "../src/look/look.ts";
 import { dark, light } from "../src/look/palette.ts";
+import { seriesColor } from "../src/look/shades.ts";
 import { plainReading, type Reading, settleLook } from "../src/look/theme.ts";
 import { defaultStyle } from "../src/settings/read_style.ts";
 import type { Style } from "../src/settings/style.ts";
@@ -42,6 +43,15 @@ test("colours can be told from the ground, and from each other by every reader",
   }
 });
 
+test("series beyond the palette have colours of their own", () => {
+  for (const [isDark, scheme] of [[false, light], [true, dark]] as const) {
+    const look = settleLook(defaultStyle(), { ...plainReading, dark: isDark });
+    const colours = Array.from({ length: 16 }, (_, index) => seriesColor(look, index));
+    assert.equal(new Set(colours).size, 16);
+    for (const colour of colours) assert(contrast(rgb(colour), rgb(scheme.ground)) >= 3, `${colour} on the ground`);
+  }
+});
+
 test("a look follows the style, the page and the reader", () => {
   const cases: [string, Partial<Style>, Partial<Reading>, Partial<Look>][] = [
     ["the scheme", {}, { dark: true }, { ground: dark.ground, text: dark.text, grid: dark.grid, dark: true }],
@@ -52,9 +62,11 @@ test("a look follows the style, the page and the reader", () => {
       { text: "#123456", grid: "oklch(0.9 0 0)" }],
     ["no address is a colour", { GridColor: "url(https://a.example/)", ForegroundColor: "constructor" },
       { custom: { "--plexoras-ground": "url(x)" } }, { grid: light.grid, text: "black" }],
-    ["the curve", { CurveColor: "tomato" }, {}, { curve: "tomato" }],
-    ["the usual curve", {}, {}, { curve: light.palette[0] ?? "" }],
-    ["negative values", { negativeForeColor: "red" }, {}, { negative: "red" }],
+    ["the curve", { CurveColor: "tomato" }, {}, { curve: "tomato", drawnCurve: "tomato" }],
+    ["the usual curve", {}, {}, { curve: light.palette[0] ?? "", drawnCurve: null }],
+    ["negative values", { negativeForeColor: "#b3261e" }, {}, { negative: "#b3261e" }],
+    ["on their own ground as well", { negativeForeColor: "#b3261e", BackColor: "#111" }, { dark: true },
+      { negative: "#b3261e" }],
     ["none of their own", {}, {}, { negative: null }],
     ["the page's font", {}, { font: "Georgia" }, { fontFamily: "Georgia" }],
     ["the page's word for it", {}, { font: "Georgia", custom: { "--plexoras-font": "Inter" } },
@@ -68,4 +80,6 @@ test("a look follows the style, the page and the reader", () => {
       assert.deepEqual(look[key as keyof Look], value, `${name}: ${key}`);
     }
   }
+  const { negative } = settleLook({ ...defaultStyle(), negativeForeColor: "#b3261e" }, { ...plainReading, dark: true });
+  assert(contrast(rgb(negative ?? ""), rgb(dark.ground)) >= 4.5, "readable where the ground follows the reader");
 });

@@ -38,10 +38,15 @@ declare module "node:assert/strict" {
 
 declare module "node:fs" {
   export function readFileSync(path: string, encoding: "utf8"): string;
+  export function readdirSync(path: string): string[];
   export function writeFileSync(path: string, text: string): void;
   export function mkdtempSync(prefix: string): string;
   export function mkdirSync(path: string, options: { recursive: boolean }): void;
   export function rmSync(path: string, options: { recursive: boolean; force: boolean }): void;
+}
+
+declare module "node:child_process" {
+  export function execFileSync(program: string, args: readonly string[], options: { encoding: "utf8" }): string;
 }
 
 declare module "node:os" {
@@ -49,7 +54,9 @@ declare module "node:os" {
 }
 
 declare module "node:path" {
+  export function dirname(path: string): string;
   export function join(...parts: string[]): string;
+  export function relative(from: string, to: string): string;
 }
 
 declare module "node:url" {

@@ -1,7 +1,7 @@
 import assert from "node:assert/strict";
 import { test } from "node:test";
 
-import { textOfNumber } from "../src/data/numbers.ts";
+import { textOfNumber } from "../src/settings/numbers.ts";
 import type { Contents } from "../src/settings/contents.ts";
 import { readContents } from "../src/settings/read_contents.ts";
 import { readMenu, readMenuNodes } from "../src/settings/read_menu.ts";

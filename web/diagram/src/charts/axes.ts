@@ -24,6 +24,8 @@ export interface AxisPlace {
 
 export interface CategoryLabels {
   readonly texts: readonly string[];
+  /** The row that the first one belongs to. */
+  readonly first: number;
   readonly show: boolean;
   /** The axis has a line; without one another marks where values begin. */
   readonly hasLine: boolean;
@@ -40,7 +42,7 @@ export function categoryAxis(scene: Scene, place: AxisPlace, labels: CategoryLab
     ...frameOf(scene, place),
     type: "category",
     // Texts that begin with a brace or hold markup are no templates here: the library takes them as they are.
-    data: labels.texts.map((value, row) => (mark(row, -1) === "none" ? value : { value, textStyle: chip })),
+    data: labels.texts.map((value, index) => (mark(labels.first + index, -1) === "none" ? value : { value, textStyle: chip })),
     boundaryGap: labels.hasRoom,
     axisLine: { show: labels.hasLine, onZero: false, lineStyle: { color: look.plotText, opacity: 0.6, width: 1 } },
     axisLabel: {
@@ -62,7 +64,11 @@ function standingLabels(scene: Scene, place: AxisPlace, texts: readonly string[]
   const width = Math.max(place.across * 0.36, 24);
   const line = lineHeight(look);
   const most = Math.min(Math.floor(place.length / Math.max(texts.length, 1) / line), 3);
-  if (most < 2 || texts.length > 60) return { interval: "auto", formatter: (text: string) => cutTo(text, width, look) };
+  if (most < 2 || texts.length > 60) {
+    // The library's own choice among thousands takes most of the plot for labels that it then leaves out.
+    const each = Math.max(Math.ceil((texts.length * line * 1.4) / place.length), 1);
+    return { interval: each - 1, formatter: (text: string) => cutTo(text, width, look) };
+  }
   const broken = (text: string): string => brokenTo(text, width, most, look).lines.join("\n");
   return { interval: 0, lineHeight: line, formatter: broken };
 }

@@ -2,7 +2,7 @@
 import type { Look } from "../look/look.ts";
 import { type Pattern, patternOf } from "../look/patterns.ts";
 import { shade } from "../look/shades.ts";
-import type { Shape } from "./custom.ts";
+import { type Shape, tenth, tracedShape } from "./custom.ts";
 import type { Box } from "./frame.ts";
 
 export interface Body {
@@ -117,26 +117,32 @@ function cylinder(body: Body, shades: CylinderShades): Shape[] {
 /** More bars than these are one path each series: they are hairs, and readers find them by the axis. */
 export const mostBars = 1500;
 
-/** All bars of a series as one shape; those in one pixel are one. */
-export function hairs(boxes: readonly (Box | null)[], color: string, isLying: boolean): Shape {
-  const drawn: string[] = [];
-  let [pixel, from, to] = [NaN, 0, 0];
-  const finish = (): void => {
-    if (Number.isNaN(pixel)) return;
-    const [start, length] = [from.toFixed(1), Math.max(to - from, 0.5).toFixed(1)];
-    drawn.push(isLying ? `M${start} ${pixel}h${length}v1h-${length}z` : `M${pixel} ${start}v${length}h1v-${length}z`);
-  };
-  for (const box of boxes) {
-    if (!box) continue;
-    const place = Math.round(isLying ? box.top : box.left);
-    const [low, high] = isLying ? [box.left, box.left + box.width] : [box.top, box.top + box.height];
-    if (place === pixel) {
-      [from, to] = [Math.min(from, low), Math.max(to, high)];
-      continue;
+/** All bars of a series as one shape; those in one pixel are one. `edge` is how much larger they are all around. */
+export function hairs(boxes: readonly (Box | null)[], color: string, isLying: boolean, edge = 0): Shape {
+  const width = 1 + 2 * edge;
+  return tracedShape((pen) => {
+    const rect = (place: number, from: number, to: number): void => {
+      const [side, start, length] = [place - edge, tenth(from - edge), Math.max(tenth(to - from + 2 * edge), 0.5)];
+      const [x, y, right, bottom] = isLying ? [start, side, start + length, side + width]
+        : [side, start, side + width, start + length];
+      pen.moveTo(x, y);
+      pen.lineTo(right, y);
+      pen.lineTo(right, bottom);
+      pen.lineTo(x, bottom);
+      pen.closePath();
+    };
+    let [pixel, from, to] = [NaN, 0, 0];
+    for (const box of boxes) {
+      if (!box) continue;
+      const place = Math.round(isLying ? box.top : box.left);
+      const [low, high] = isLying ? [box.left, box.left + box.width] : [box.top, box.top + box.height];
+      if (place === pixel) {
+        [from, to] = [Math.min(from, low), Math.max(to, high)];
+        continue;
+      }
+      if (!Number.isNaN(pixel)) rect(pixel, from, to);
+      [pixel, from, to] = [place, low, high];
     }
-    finish();
-    [pixel, from, to] = [place, low, high];
-  }
-  finish();
-  return { type: "path", silent: true, shape: { pathData: drawn.join("") }, style: { fill: color } };
+    if (!Number.isNaN(pixel)) rect(pixel, from, to);
+  }, { fill: color });
 }

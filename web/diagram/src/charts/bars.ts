@@ -1,10 +1,10 @@
 // A series of bars, each standing in its row's group.
 import type { CustomSeriesOption } from "echarts/charts";
 
-import type { Look } from "../look/look.ts";
 import { type Body, bodyOf, depthOf, hairs, mostBars, seriesBody } from "./bar_shapes.ts";
+import { slotsOf } from "./bar_slots.ts";
 import { placed } from "./cartesian.ts";
-import { type Api, handDrawn, type Shape } from "./custom.ts";
+import { type Api, handDrawn, pointable, type Shape } from "./custom.ts";
 import { baseBelow, commonOf, type Context, type Drawn } from "./drawn.ts";
 import type { Box } from "./frame.ts";
 import { markText } from "./marks.ts";
@@ -22,15 +22,34 @@ export function barSeries(context: Context, one: Drawn): CustomSeriesOption {
     itemStyle: { color: series.color, ...(own.pattern ? { decal: own.pattern } : {}) },
     encode: { x: 0, y: 1, tooltip: scene.style.IsRotated ? [0] : [1] },
     clip: true,
-    data: values.map((value, row) => ({ value: placed(scene, row, value), cell: series.points[row]?.cell })),
+    data: pointable(values, context.isMoving && isMany).map((value, row) => ({ value: placed(scene, row, value), cell: series.points[row]?.cell })),
     draw: (params, api) => {
       const row = params.dataIndex;
       if (isMany && row > 0) return [];
       const boxOf = boxesOf(context, one, api);
-      return isMany ? [hairs(values.map((_, index) => boxOf(index)), series.color, scene.style.IsRotated)]
-        : barAt(context, one, row, boxOf(row), own);
+      return isMany ? hairsOf(context, one, boxOf) : barAt(context, one, row, boxOf(row), own);
     },
   });
+}
+
+/** All bars of a series; those that are selected once more on top, with an outline and their values. */
+function hairsOf({ scene, mark }: Context, { series, values }: Drawn, boxOf: (row: number) => Box | null): Shape[] {
+  const { IsRotated } = scene.style;
+  const boxes = values.map((_, row) => boxOf(row));
+  const marked = series.points.map(({ cell }) => mark(...cell));
+  const all = hairs(boxes, series.color, IsRotated);
+  const chosen = boxes.filter((_, row) => marked[row] !== "none");
+  if (chosen.length === 0) return [all];
+  const texts = series.points.flatMap((point, row) => {
+    const box = boxes[row];
+    return box ? markText(scene, marked[row] ?? "none", point, box) : [];
+  });
+  return [
+    all,
+    hairs(chosen, scene.look.selectionGround, IsRotated, 2),
+    hairs(chosen, series.color, IsRotated),
+    ...texts,
+  ];
 }
 
 function barAt(
@@ -60,30 +79,19 @@ function barAt(
 
 /** Tells where a row's bar stands among those on show; nowhere for a gap. */
 function boxesOf({ scene, drawn }: Context, one: Drawn, api: Api): (row: number) => Box | null {
+  const { IsRotated } = scene.style;
   const onShow = new Set(api.currentSeriesIndices());
   const visible = drawn.filter(({ kind }, index) => kind === "bar" && onShow.has(index));
-  const slots = slotsOf(visible);
-  const layouts = api.barLayout({ count: slots.length, ...barSpacing(scene.look) });
-  const layout = layouts?.[slots.findIndex((slot) => slot.includes(one))];
+  const [across = 0, upright = 0] = api.size?.([1, 1]) as number[];
+  const slot = slotsOf(visible, IsRotated ? upright : across, scene.look).get(one);
   return (row) => {
     const value = one.values[row] ?? null;
-    if (!layout || value === null) return null;
+    if (!slot || value === null) return null;
     const base = one.isStacked ? baseBelow(visible, one, row) : 0;
     const [x0 = 0, y0 = 0] = api.coord(placed(scene, row, base));
     const [x1 = 0, y1 = 0] = api.coord(placed(scene, row, base + value));
-    return scene.style.IsRotated
-      ? { left: Math.min(x0, x1), top: y0 + layout.offset, width: Math.abs(x1 - x0), height: layout.width }
-      : { left: x0 + layout.offset, top: Math.min(y0, y1), width: layout.width, height: Math.abs(y1 - y0) };
+    return IsRotated
+      ? { left: Math.min(x0, x1), top: y0 + slot.offset, width: Math.abs(x1 - x0), height: slot.width }
+      : { left: x0 + slot.offset, top: Math.min(y0, y1), width: slot.width, height: Math.abs(y1 - y0) };
   };
-}
-
-/** The bars that stand in one another's place: stacks share one, all others have their own. */
-function slotsOf(bars: readonly Drawn[]): Drawn[][] {
-  const stack = bars.filter(({ isStacked }) => isStacked);
-  const alone = bars.filter(({ isStacked }) => !isStacked).map((one) => [one]);
-  return stack.length > 0 ? [stack, ...alone] : alone;
-}
-
-function barSpacing(look: Look): { barMaxWidth: number; barGap: string; barCategoryGap: string } {
-  return { barMaxWidth: Math.max(56, look.fontSize * 4), barGap: "8%", barCategoryGap: "28%" };
 }

@@ -1,11 +1,14 @@
 // Bars, lines, areas, and bars with a line: a category for each row, a series for each column.
 import type { EChartsCoreOption } from "echarts/core";
 
-import { readableOn } from "../grid/colours.ts";
-import { categoryAxis, valueAxis, type ValueRange } from "./axes.ts";
+import { extent } from "../data/extent.ts";
+import { readableOn } from "../look/colours.ts";
+import { type Axis, type AxisPlace, categoryAxis, valueAxis, type ValueRange } from "./axes.ts";
 import { barSeries } from "./bars.ts";
 import { onUpAxis, plotOption } from "./cartesian.ts";
-import type { Scene } from "./chart.ts";
+import { cellAt } from "./cell_at.ts";
+import type { CloseUp, Scene } from "./chart.ts";
+import { stretchOf, viewOfStretch } from "./close_up.ts";
 import type { Context, Drawn, Kind } from "./drawn.ts";
 import { lineSeries } from "./lines.ts";
 import { meanRulers, zeroRuler } from "./marks.ts";
@@ -33,48 +36,72 @@ export function barAndLineChart(scene: Scene): EChartsCoreOption {
 
 function chartOf(scene: Scene, kindOf: (column: number) => Kind): EChartsCoreOption {
   const view = viewOf(scene);
+  // Axes and figures are those of all categories, also where only some are drawn.
   const context = contextOf(scene, view, kindOf);
   const { drawn, isShare } = context;
-  const hasBars = drawn.some(({ kind }) => kind === "bar");
   const second = drawn.filter(({ hasSecondAxis }) => hasSecondAxis);
   const first = drawn.filter(({ hasSecondAxis }) => !hasSecondAxis);
   const [lone] = second;
-  const text = isShare ? scene.format.share : scene.format.number;
-  const upAxis = (of: readonly Drawn[], color?: string) => (place: Parameters<typeof valueAxis>[1]) =>
-    valueAxis(scene, place, rangeOf(context, of), {
-      show: true,
-      text: (value) => text(value),
-      samples: samplesOf(of, isShare),
-      ...(color === undefined ? {} : { color }),
-      ...(isWhole(context, of) ? { interval: scene.height < 180 ? 0.5 : 0.25 } : {}),
-    });
+  const hasBars = drawn.some(({ kind }) => kind === "bar");
   const hasBase = hasZeroLine(scene, first);
-  return plotOption(scene, {
+  const rulers = [
+    ...(isShare ? [] : meanRulers(scene, drawn.map(({ series }) => series), (series) =>
+      first.length > 0 && second.some((one) => one.series === series) ? onUpAxis(scene, 1) : undefined)),
+    ...(hasBase ? [zeroRuler(scene)] : []),
+  ];
+  const plot = {
     view,
-    along: (place) => categoryAxis(scene, place, {
-      texts: view.categories,
-      show: view.showCategories,
-      hasLine: !hasBase,
-      hasRoom: hasBars || view.categories.length < 2,
-    }),
-    up: upAxis(first.length > 0 ? first : second),
+    up: upAxis(context, first.length > 0 ? first : second),
     ...(lone && first.length > 0
-      ? { second: upAxis(second, readableOn(scene.look.plotGround, lone.series.color)) } : {}),
+      ? { second: upAxis(context, second, readableOn(scene.look.plotGround, lone.series.color)) } : {}),
     titles: [view.categoryTitle, view.valueTitle],
     entries: drawn.map(({ series, kind }) =>
       ({ name: series.name, label: series.label, ...(kind === "line" ? {} : { icon: "roundRect" as const }) })),
-    series: [
-      ...drawn.map((one) => (one.kind === "bar" ? barSeries : lineSeries)(context, one)),
-      ...(isShare ? [] : meanRulers(scene, drawn.map(({ series }) => series), (series) =>
-        first.length > 0 && second.some((one) => one.series === series) ? onUpAxis(scene, 1) : undefined)),
-      ...(hasBase ? [zeroRuler(scene)] : []),
-    ],
     trigger: "axis",
     hasCategories: true,
-  });
+  } as const;
+  const draw = (closeUp: CloseUp | null): EChartsCoreOption => {
+    const stretch = stretchOf(closeUp, view.categories.length);
+    const shown = viewOfStretch(view, stretch);
+    const inside = shown === view ? context : contextOf(scene, shown, kindOf, closeUp?.isMoving);
+    return plotOption(scene, {
+      ...plot,
+      along: (place) => categoryAxis(scene, place, {
+        texts: shown.categories,
+        first: stretch.first,
+        show: view.showCategories,
+        hasLine: !hasBase,
+        hasRoom: hasBars || view.categories.length < 2,
+      }),
+      series: [...inside.drawn.map((one) => (one.kind === "bar" ? barSeries : lineSeries)(inside, one)), ...rulers],
+      places: {
+        count: view.categories.length,
+        range: [-0.5, view.categories.length - 0.5],
+        cellAt: (spot, plane) => cellAt(inside, spot, plane),
+        alongOf: ({ row }) => row,
+        closer: draw,
+      },
+    }, closeUp);
+  };
+  return draw(null);
 }
 
-function contextOf(scene: Scene, view: View, kindOf: (column: number) => Kind): Context {
+/** A y axis for some of the series. */
+function upAxis(context: Context, of: readonly Drawn[], color?: string): (place: AxisPlace) => Axis {
+  const { scene, isShare } = context;
+  const text = isShare ? scene.format.share : scene.format.number;
+  const range = rangeOf(context, of);
+  const labels = {
+    show: true,
+    text: (value: number) => text(value),
+    samples: samplesOf(of, isShare),
+    ...(color === undefined ? {} : { color }),
+    ...(isWhole(context, of) ? { interval: scene.height < 180 ? 0.5 : 0.25 } : {}),
+  };
+  return (place) => valueAxis(scene, place, range, labels);
+}
+
+function contextOf(scene: Scene, view: View, kindOf: (column: number) => Kind, isMoving = false): Context {
   const { style, table } = scene;
   const isShare = style.BarStyle === 2 || style.BarStyle === 3;
   const stacks = style.BarStyle === 1 || style.BarStyle === 3;
@@ -85,11 +112,11 @@ function contextOf(scene: Scene, view: View, kindOf: (column: number) => Kind): 
     const hasSecondAxis = style.HasSecondYAxis && !isShare && last > 0 && series.index === last;
     // Beside bars a line is a measure of its own, and is not laid upon them.
     const isLineOnBars = kind !== "bar" && last > 0 && kindOf(0) === "bar";
-    const values = series.points.map(({ value }, row) =>
+    const values = series.points.map(({ value, cell: [row] }) =>
       (value === null || !isShare ? value : value / (sums[row] || 1)));
     return { series, kind, hasSecondAxis, isStacked: stacks && !hasSecondAxis && !isLineOnBars, values };
   });
-  return { scene, drawn, mark: marksOf(scene), isShare };
+  return { scene, drawn, mark: marksOf(scene), isShare, isMoving };
 }
 
 /** The values are parts that make up a whole. */
@@ -119,12 +146,7 @@ function rangeOf(context: Context, of: readonly Drawn[]): ValueRange {
 function samplesOf(of: readonly Drawn[], isShare: boolean): number[] {
   if (isShare) return [1];
   return of.flatMap(({ series }) => {
-    const values = valuesOf(series);
-    return values.length === 0 ? [] : [Math.max(...bounded(values)), Math.min(...bounded(values))];
+    const { least, greatest } = extent(valuesOf(series));
+    return least > greatest ? [] : [greatest, least];
   });
-}
-
-/** Few enough for a call's arguments. */
-function bounded(values: readonly number[]): readonly number[] {
-  return values.length <= 10000 ? values : values.filter((_, index) => index % Math.ceil(values.length / 10000) === 0);
 }

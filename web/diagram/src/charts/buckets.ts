@@ -8,9 +8,14 @@ export interface Buckets {
 
 const mostBuckets = 2000;
 
+/** How many buckets a `BucketCount` gives. */
+export function bucketCount(wanted: number): number {
+  return Math.min(Math.max(Math.trunc(wanted), 1), mostBuckets);
+}
+
 /** Buckets from the least to the greatest of the values, or over the range given unless its ends are equal. */
 export function bucketsOf(values: readonly number[], count: number, from: number, to: number): Buckets {
-  const number = Math.min(Math.max(Math.trunc(count), 1), mostBuckets);
+  const number = bucketCount(count);
   const figures = statisticsOf(values);
   let [low, high] = from === to ? [figures?.least ?? 0, figures?.greatest ?? 1]
     : [Math.min(from, to), Math.max(from, to)];
@@ -58,15 +63,14 @@ export function normalCurve(
   const [low, high] = [edges[0] ?? 0, edges[edges.length - 1] ?? 0];
   const width = (high - low) / (edges.length - 1);
   const { mean, deviation, count } = figures;
-  // Counts begin at the first edge, so does the curve of their sums.
-  const before = isCumulative ? normalShare((low - mean) / deviation) : 0;
+  // Sums of counts leave out what lies before the first edge, and so does their curve.
+  const before = values.reduce((sum, value) => sum + (value < low ? 1 : 0), 0);
   return Array.from({ length: points }, (_, index) => {
     const x = low + ((high - low) * index) / (points - 1);
     const z = (x - mean) / deviation;
-    const y = isCumulative
-      ? normalShare(z) - before
-      : (Math.exp(-(z * z) / 2) / (deviation * Math.sqrt(2 * Math.PI))) * width;
-    return [x, y * count];
+    return [x, isCumulative
+      ? Math.max(normalShare(z) * count - before, 0)
+      : (Math.exp(-(z * z) / 2) / (deviation * Math.sqrt(2 * Math.PI))) * width * count];
   });
 }
 

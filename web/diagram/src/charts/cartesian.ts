@@ -4,12 +4,12 @@ import type { SeriesOption } from "echarts";
 import type { EChartsCoreOption } from "echarts/core";
 
 import { type Axis, type AxisPlace, isLying, type Side } from "./axes.ts";
-import type { Scene } from "./chart.ts";
+import type { CloseUp, Places, Scene } from "./chart.ts";
 import { emptyFrame, type Frame } from "./frame.ts";
 import { isNamed, legendAbove, type LegendEntry } from "./legend.ts";
 import { withStatistics } from "./statistics_table.ts";
-import { tooltipOf } from "./tooltip.ts";
-import { type View, viewOf } from "./view.ts";
+import { crossTooltip } from "./tooltip.ts";
+import type { View } from "./view.ts";
 
 /** What a chart with axes is made of. */
 export interface Plot {
@@ -25,16 +25,18 @@ export interface Plot {
   readonly trigger: "item" | "axis";
   /** The x axis has a category for each row; they read downward when it stands. */
   readonly hasCategories: boolean;
+  /** Where its cells stand; histograms have none. */
+  readonly places?: Places;
 }
 
-export function plotOption(scene: Scene, plot: Plot): EChartsCoreOption {
+export function plotOption(scene: Scene, plot: Plot, closeUp: CloseUp | null = null): EChartsCoreOption {
   const { look } = scene;
   const hasLegend = plot.view.showSeries && isNamed(plot.entries.map(({ label }) => label));
   const frame = withStatistics(
     legendAbove(emptyFrame(scene.width, scene.height, look), scene, plot.view.seriesTitle,
       hasLegend ? plot.entries : []),
     scene, plot.view.series);
-  const axes = axesOf(scene, plot, frame);
+  const axes = axesOf(scene, plot, frame, closeUp);
   const isFilled = look.plotGround !== look.ground;
   return {
     ...common(scene, frame),
@@ -47,8 +49,9 @@ export function plotOption(scene: Scene, plot: Plot): EChartsCoreOption {
       borderWidth: 0,
     },
     ...axes,
-    tooltip: tooltipOf(scene, plot.trigger, true),
+    tooltip: crossTooltip(scene, plot.trigger, { view: plot.view.series, series: plot.series }),
     series: plot.series,
+    ...(plot.places ? { places: plot.places } : {}),
   };
 }
 
@@ -79,7 +82,12 @@ function bounds({ room }: Frame, scene: Scene): object {
   };
 }
 
-function axesOf(scene: Scene, plot: Plot, { room }: Frame): { xAxis: Axis[]; yAxis: Axis[] } {
+function axesOf(
+  scene: Scene,
+  plot: Plot,
+  { room }: Frame,
+  closeUp: CloseUp | null,
+): { xAxis: Axis[]; yAxis: Axis[] } {
   const { style } = scene;
   const isRotated = style.IsRotated;
   const standingSide: Side = (style.LabelStyle & 1) === 1 ? "right" : "left";
@@ -99,8 +107,12 @@ function axesOf(scene: Scene, plot: Plot, { room }: Frame): { xAxis: Axis[]; yAx
   const up = place(upSide, (style.Reverse & 2) === 2, style.yGridVisible, plot.titles[1]);
   const ups = [plot.up(up)];
   if (plot.second) ups.push(plot.second({ ...up, side: opposite[upSide], hasGrid: false, title: "" }));
+  const kept = ups.map((axis, index) => {
+    const [min, max] = closeUp?.ups[index] ?? [];
+    return min === undefined || max === undefined ? axis : { ...axis, min, max } as Axis;
+  });
   const alongs = [plot.along(along)];
-  return isRotated ? { xAxis: ups, yAxis: alongs } : { xAxis: alongs, yAxis: ups };
+  return isRotated ? { xAxis: kept, yAxis: alongs } : { xAxis: alongs, yAxis: kept };
 }
 
 const opposite: Record<Side, Side> = { left: "right", right: "left", top: "bottom", bottom: "top" };
@@ -120,7 +132,6 @@ export function blankOption(scene: Scene): EChartsCoreOption {
   return { ...common(scene, emptyFrame(scene.width, scene.height, scene.look)), series: [] };
 }
 
-export function isBlank(scene: Scene): boolean {
-  const view = viewOf(scene);
-  return view.categories.length === 0 || view.series.length === 0;
+export function isBlank({ table }: Scene): boolean {
+  return table.rowLabels.length === 0 || table.columnLabels.length === 0;
 }

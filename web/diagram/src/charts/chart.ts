@@ -27,8 +27,54 @@ export interface Scene {
   readonly series: number | null;
 }
 
+/** From one end of an axis to the other. */
+export type Range = readonly [from: number, to: number];
+
+/** A part of the x axis. The y axes stay as they are where all is on show. */
+export interface CloseUp {
+  /** Shares of the whole axis, from its low end. */
+  readonly part: Range;
+  /** It is about to be another one: what only serves those who point at values is left out. */
+  readonly isMoving: boolean;
+  readonly along: Range;
+  readonly ups: readonly Range[];
+}
+
+/** Where the values of a drawing with axes stand, in pixels; "along" is the x axis, "up" a y axis, wherever they lie. */
+export interface Plane {
+  /** How long the x axis is. */
+  readonly length: number;
+  /** The place of a number or, from 0, of a category among those on show. */
+  along(value: number): number;
+  up(value: number, axis: number): number;
+  /** The reader has not hidden the series of this name. */
+  isShown(name: string): boolean;
+}
+
+/** A place in a plane, in pixels. */
+export interface Spot {
+  readonly along: number;
+  readonly up: number;
+}
+
+/** Finds what stands where in a chart with axes whose values are cells. */
+export interface Places {
+  /** How many values stand along the x axis. */
+  readonly count: number;
+  /** The x axis' numbers from end to end, where it has none of its own: half a category before the first one and so on. */
+  readonly range: Range | null;
+  /** The cell at a place, or nearest to it within some pixels. */
+  cellAt(spot: Spot, plane: Plane): CellPlace | null;
+  /** Where a cell stands along the whole x axis; null for a gap. */
+  alongOf(cell: CellPlace): number | null;
+  /** The option that draws a part of the chart. */
+  closer(closeUp: CloseUp): EChartsCoreOption;
+}
+
 /**
  * Makes a chart's option. Every item of every series' `data` that stands for a cell is an object with
- * `cell: [row, column]`, so that clicks and keys find it.
+ * `cell: [row, column]`, so that clicks and keys find it; those of histograms, for keys alone, have
+ * `bucket: [bucket, column]`. Charts with axes tell their `Places` under `places`, which the library does not heed,
+ * and series of items without a shape each have `isDense`.
  */
 export type BuildOption = (scene: Scene) => EChartsCoreOption;

@@ -20,15 +20,18 @@ export interface Context {
   readonly drawn: readonly Drawn[];
   readonly mark: (row: number, column: number) => Mark;
   readonly isShare: boolean;
+  /** Nobody points at values now. */
+  readonly isMoving: boolean;
 }
 
 /** What all kinds of series have alike. */
-export function commonOf({ scene, isShare, drawn }: Context, one: Drawn): object {
+export function commonOf(context: Context, one: Drawn): object {
+  const { scene, isShare } = context;
   const { series } = one;
-  const hasFirst = drawn.some(({ hasSecondAxis }) => !hasSecondAxis);
+  const upAxis = upAxisOf(context, one);
   return {
     name: series.name,
-    ...(one.hasSecondAxis && hasFirst ? onUpAxis(scene, 1) : {}),
+    ...(upAxis > 0 ? onUpAxis(scene, upAxis) : {}),
     ...(one.isStacked ? { stack: one.kind === "bar" ? "bars" : "lines" } : {}),
     progressive: 0,
     tooltip: {
@@ -39,6 +42,11 @@ export function commonOf({ scene, isShare, drawn }: Context, one: Drawn): object
       },
     },
   };
+}
+
+/** Which of the y axes a series belongs to. */
+export function upAxisOf({ drawn }: Context, one: Drawn): number {
+  return one.hasSecondAxis && drawn.some(({ hasSecondAxis }) => !hasSecondAxis) ? 1 : 0;
 }
 
 /** Where a stacked value begins: upon those of its sign before it. */

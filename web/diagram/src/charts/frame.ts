@@ -72,6 +72,14 @@ export function roundRoom(frame: Frame, margin: { readonly width: number; readon
   return best.room;
 }
 
+/** How far a text may reach from `x`, in a line from `top` on, before it touches what is in a corner; endless: none. */
+export function roomAt({ corner }: Frame, x: number, top: number, height: number): number {
+  if (!corner) return Infinity;
+  const { box, side } = corner;
+  if (top + height <= box.top || top >= box.top + box.height) return Infinity;
+  return Math.max(side === "left" ? x - box.left - box.width : box.left - x, 0);
+}
+
 /** A line of text by itself, or several; `x` is where it begins, has its middle or ends, by `align`. */
 export function lineOfText(
   text: string,

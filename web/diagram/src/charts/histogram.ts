@@ -4,47 +4,22 @@ import type { EChartsCoreOption } from "echarts/core";
 
 import { valueAxis } from "./axes.ts";
 import { bodyOf, depthOf, hairs, mostBars, seriesBody } from "./bar_shapes.ts";
-import { type Buckets, bucketsOf, countsOf, cumulative, normalCurve } from "./buckets.ts";
+import { type BucketCounts, bucketCountsOf, type Counted } from "./bucket_counts.ts";
+import { normalCurve } from "./buckets.ts";
 import { placed, plotOption } from "./cartesian.ts";
 import type { Scene } from "./chart.ts";
+import { curveOf, curveSeries } from "./curve.ts";
 import { handDrawn } from "./custom.ts";
 import type { Box } from "./frame.ts";
 import { meanRulers, zeroRuler } from "./marks.ts";
-import { curveSeries } from "./scatter.ts";
-import { roundedTo } from "./statistics.ts";
 import { lineHeight, widest } from "./text.ts";
-import { bounded, type Series, valuesOf, viewOf } from "./view.ts";
 
+/** Of both kinds: with the counts of single buckets, or with their sums. */
 export function histogram(scene: Scene): EChartsCoreOption {
-  return histogramOf(scene, false);
-}
-
-export function cumulativeHistogram(scene: Scene): EChartsCoreOption {
-  return histogramOf(scene, true);
-}
-
-/** A series with its values and their counts. */
-interface Counted {
-  readonly series: Series;
-  readonly values: readonly number[];
-  readonly counts: readonly number[];
-}
-
-function histogramOf(scene: Scene, isCumulative: boolean): EChartsCoreOption {
-  const { style, format } = scene;
-  const view = viewOf(scene);
-  // The buckets stay when a tab brings one series to the front.
-  const all = viewOf({ ...scene, series: null }).series.flatMap(valuesOf);
-  const buckets = bucketsOf(all, style.BucketCount, bounded(style.xScaleMin), bounded(style.xScaleMax));
+  const { style } = scene;
+  const counts = bucketCountsOf(scene);
+  const { view, buckets, counted, isCumulative, edgeText } = counts;
   const { edges } = buckets;
-  const width = (edges[1] ?? 1) - (edges[0] ?? 0);
-  const edgeText = (value: number): string => format.number(roundedTo(value, width * 20));
-  const counted = view.series.map((series): Counted => {
-    const values = valuesOf(series);
-    const counts = countsOf(values, buckets);
-    return { series, values, counts: isCumulative ? cumulative(counts) : counts };
-  });
-  const hasCurve = style.CurveStyle === 1 || style.CurveStyle === 2;
   const lone = view.series.length === 1 ? view.series[0]?.label ?? "" : "";
   return plotOption(scene, {
     view,
@@ -54,26 +29,25 @@ function histogramOf(scene: Scene, isCumulative: boolean): EChartsCoreOption {
       const axis = valueAxis(scene, place, { from: edges[0] ?? 0, to: edges[edges.length - 1] ?? 1, hasZero: false }, {
         show: true, text: edgeText, samples: edges, ticks: everyNth(edges, place.length, needed),
       });
-      return { ...axis, axisPointer: rangeLabel(buckets, edgeText) } as typeof axis;
+      return { ...axis, axisPointer: rangeLabel(counts) } as typeof axis;
     },
     up: (place) => valueAxis(scene, place, style.IsAbsolute
       ? { from: style.yScaleMin, to: style.yScaleMax, hasZero: true } : { from: 0, to: 0, hasZero: true }, {
       show: true,
       text: String,
-      samples: counted.flatMap(({ counts }) => [...counts]),
+      samples: counted.flatMap((one) => [...one.counts]),
       isWhole: true,
     }),
     titles: [view.showSeries && lone !== "" ? lone : view.valueTitle, ""],
     entries: lone === "" || !view.showSeries
       ? view.series.map(({ name, label }) => ({ name, label, icon: "roundRect" })) : [],
     series: [
-      ...counted.map((one) => barsOf(scene, buckets, counted, one)),
+      ...counted.map((one) => barsOf(scene, counts, one)),
       ...counted.flatMap(({ series, values }) => {
-        const points = hasCurve ? normalCurve(values, buckets, isCumulative) : [];
-        const color = counted.length === 1 ? scene.look.palette[1] ?? series.color : series.color;
-        return points.length === 0 ? [] : [curveSeries(scene, series.name, color, points, style.CurveStyle === 2)];
+        const points = curveOf(style) === "none" ? [] : normalCurve(values, buckets, isCumulative);
+        return points.length === 0 ? [] : [curveSeries(scene, series, points)];
       }),
-      ...meanRulers(scene, view.series, () => undefined, true),
+      ...meanRulers(scene, counted.map(({ series }) => series), () => undefined, true),
       zeroRuler(scene),
     ],
     trigger: "axis",
@@ -90,8 +64,8 @@ function everyNth(edges: readonly number[], length: number, needed: number): num
   return edges.filter((_, index) => index % (even ?? stride) === 0);
 }
 
-/** The tooltip's heading: the bucket's range. */
-function rangeLabel({ edges }: Buckets, text: (value: number) => string): object {
+/** The tooltip's heading: the bucket's range, or what its sum ends at. */
+function rangeLabel({ buckets: { edges }, isCumulative, edgeText }: BucketCounts): object {
   const count = edges.length - 1;
   return {
     label: {
@@ -99,7 +73,8 @@ function rangeLabel({ edges }: Buckets, text: (value: number) => string): object
       formatter: ({ value }: { value: unknown }) => {
         const [low, high] = [edges[0] ?? 0, edges[count] ?? 1];
         const bucket = Math.min(Math.max(Math.floor(((Number(value) - low) / (high - low)) * count), 0), count - 1);
-        return `${text(edges[bucket] ?? low)} – ${text(edges[bucket + 1] ?? high)}`;
+        const [from, to] = [edgeText(edges[bucket] ?? low), edgeText(edges[bucket + 1] ?? high)];
+        return isCumulative ? `${bucket === count - 1 ? "≤" : "<"} ${to}` : `${from} – ${to}`;
       },
     },
   };
@@ -107,9 +82,8 @@ function rangeLabel({ edges }: Buckets, text: (value: number) => string): object
 
 function barsOf(
   scene: Scene,
-  { edges }: Buckets,
-  counted: readonly Counted[],
-  { series, counts }: Counted,
+  { buckets: { edges }, counted, isCumulative }: BucketCounts,
+  { series, values, counts }: Counted,
 ): CustomSeriesOption {
   const { look, style } = scene;
   const draw = bodyOf(style.RectStyle);
@@ -130,8 +104,16 @@ function barsOf(
     color: series.color,
     clip: true,
     itemStyle: { color: series.color, ...(own.pattern ? { decal: own.pattern } : {}) },
-    encode: { x: 0, y: 1, tooltip: style.IsRotated ? [0] : [1] },
-    data: counts.map((count, bucket) => ({ value: placed(scene, middle(bucket), count) })),
+    encode: { x: 0, y: 1 },
+    tooltip: {
+      valueFormatter: (_: unknown, bucket: number) => {
+        const count = counts[bucket] ?? 0;
+        return isCumulative && values.length > 0
+          ? `${count}  (${scene.format.share(count / values.length)})` : String(count);
+      },
+    },
+    data: counts.map((count, bucket) =>
+      ({ value: placed(scene, middle(bucket), count), bucket: [bucket, series.index] })),
     draw: (params, api) => {
       const bucket = params.dataIndex;
       if (isMany && bucket > 0) return [];

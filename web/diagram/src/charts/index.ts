@@ -4,7 +4,7 @@ import type { EChartsCoreOption } from "echarts/core";
 import { areaChart, barAndLineChart, barChart, lineChart } from "./bars_and_lines.ts";
 import { blankOption, isBlank } from "./cartesian.ts";
 import type { BuildOption, Scene } from "./chart.ts";
-import { cumulativeHistogram, histogram } from "./histogram.ts";
+import { histogram } from "./histogram.ts";
 import { pieChart } from "./pie.ts";
 import { radarChart } from "./radar.ts";
 import { bubbleChart, scatterChart } from "./scatter.ts";
@@ -20,7 +20,7 @@ const builders: Readonly<Record<number, BuildOption>> = {
   6: barAndLineChart,
   7: radarChart,
   8: bubbleChart,
-  10: cumulativeHistogram,
+  10: histogram,
 };
 
 /** The option of a chart; one of an unknown type is drawn as bars. */

@@ -6,7 +6,7 @@ import { placed } from "./cartesian.ts";
 import { handDrawn, type Shape } from "./custom.ts";
 import type { Box } from "./frame.ts";
 import { roundedTo, statisticsOf } from "./statistics.ts";
-import { type TextStyle, textStyle, textWidth } from "./text.ts";
+import { chipOf, plotText, type TextStyle, textStyle, textWidth } from "./text.ts";
 import { type Mark, type Point, type Series, valuesOf } from "./view.ts";
 
 /** The label of a marked point; `position` is the library's word for where it stands. */
@@ -14,9 +14,8 @@ function markLabel(scene: Scene, mark: Mark, point: Point, position: string): ob
   const { look } = scene;
   if (mark !== "value" && mark !== "chip") return {};
   const isNegative = point.value !== null && point.value < 0;
-  const chip = { backgroundColor: look.selectionGround, padding: [3, 6], borderRadius: 3 };
   const style = mark === "chip"
-    ? { ...textStyle(look, look.selectionText), ...chip }
+    ? { ...textStyle(look, look.selectionText), ...chipOf(look) }
     : {
       ...textStyle(look, (isNegative ? look.negative : null) ?? look.tag),
       textBorderColor: look.plotGround,
@@ -87,18 +86,21 @@ interface Ruler {
   readonly axis?: { xAxisIndex: number } | { yAxisIndex: number };
   /** Stands at a place along the x axis. */
   readonly isAlong?: boolean;
+  /** The values of lines whose texts go before this one's where both have no room. */
+  readonly before: readonly number[];
 }
 
 /** A line across the plot at a value. */
 function rulerSeries(scene: Scene, ruler: Ruler): CustomSeriesOption {
   const { look } = scene;
-  const value = ruler.isAlong ? placed(scene, ruler.value, 0) : placed(scene, 0, ruler.value);
+  const placeOf = (at: number): [number, number] => (ruler.isAlong ? placed(scene, at, 0) : placed(scene, 0, at));
   const isUpright = scene.style.IsRotated !== (ruler.isAlong === true);
+  const lineWith = (shape: object, style: object): Shape => ({ type: "line", shape, style });
   return handDrawn({
     name: ruler.name,
     color: ruler.color,
     ...ruler.axis,
-    data: [{ value }],
+    data: [{ value: placeOf(ruler.value) }],
     encode: { x: 0, y: 1 },
     silent: true,
     tooltip: { show: false },
@@ -106,36 +108,49 @@ function rulerSeries(scene: Scene, ruler: Ruler): CustomSeriesOption {
     z: 3,
     draw: (params, api) => {
       const box = params.coordSys as unknown as { x: number; y: number; width: number; height: number };
-      const [x = 0, y = 0] = api.coord(value);
-      const away = isUpright ? Math.max(box.x - x, x - box.x - box.width) : Math.max(box.y - y, y - box.y - box.height);
-      if (away > 1) return [];
+      const at = (value: number): number => api.coord(placeOf(value))[isUpright ? 0 : 1] ?? 0;
+      const place = at(ruler.value);
+      const [from, length] = isUpright ? [box.x, box.width] : [box.y, box.height];
+      if (place < from - 1 || place > from + length + 1) return [];
       const shape = isUpright
-        ? { x1: x, x2: x, y1: box.y, y2: box.y + box.height }
-        : { x1: box.x, x2: box.x + box.width, y1: y, y2: y };
-      const width = textWidth(ruler.text, look);
-      const text = {
-        type: "text",
-        style: {
-          ...textStyle(look),
-          text: ruler.text,
-          fill: look.tag,
-          stroke: look.plotGround,
-          lineWidth: 3,
-          x: isUpright ? Math.min(x + 4, box.x + box.width - width) : box.x + box.width - 2,
-          y: isUpright ? box.y + 2 : y - 3,
-          align: isUpright ? "left" : "right",
-          verticalAlign: isUpright || y < box.y + look.fontSize * 1.5 ? "top" : "bottom",
-        },
-      };
-      const line = {
-        type: "line",
-        shape,
-        style: { stroke: ruler.color, lineWidth: 1, lineDash: ruler.dash ?? "solid", opacity: 0.9 },
-      };
-      return ruler.text === "" ? [line] : [line, text];
+        ? { x1: place, x2: place, y1: box.y, y2: box.y + box.height }
+        : { x1: box.x, x2: box.x + box.width, y1: place, y2: place };
+      const line = lineWith(shape, { stroke: ruler.color, lineWidth: 1, lineDash: ruler.dash ?? "solid" });
+      if (!ruler.dash) return [line];
+      // On a strip of the ground, so that it shows upon bars of its colour.
+      const strip = lineWith(shape, { stroke: look.plotGround, lineWidth: 3, opacity: 0.85 });
+      const needed = isUpright ? textWidth(ruler.text, look) + 8 : look.fontSize * 1.2;
+      const isFree = ruler.text !== "" && ruler.before.every((other) => Math.abs(at(other) - place) > needed);
+      return [strip, line, ...(isFree ? [rulerText(scene, ruler.text, box, place, isUpright)] : [])];
     },
   });
 }
+
+/** What stands at a line's upper or right end. */
+function rulerText(
+  { look }: Scene,
+  text: string,
+  box: { readonly x: number; readonly y: number; readonly width: number },
+  place: number,
+  isUpright: boolean,
+): Shape {
+  const right = box.x + box.width;
+  return {
+    type: "text",
+    z2: 10,
+    style: {
+      ...plotText(look, look.tag),
+      text,
+      x: isUpright ? Math.min(place + 4, right - textWidth(text, look)) : right - 2,
+      y: isUpright ? box.y + 2 : place - 3,
+      align: isUpright ? "left" : "right",
+      verticalAlign: isUpright || place < box.y + look.fontSize * 1.5 ? "top" : "bottom",
+    },
+  };
+}
+
+// Means of more series would write over each other and the chart; the figures stand below it as well.
+const mostMeanTexts = 3;
 
 /** The line at a series' mean, where statistics are on show. */
 export function meanRulers(
@@ -145,17 +160,25 @@ export function meanRulers(
   isAlong = false,
 ): CustomSeriesOption[] {
   if (!scene.style.HasStatistics) return [];
+  const written: number[] = [];
   return series.flatMap((one) => {
     const figures = statisticsOf(valuesOf(one));
     if (!figures) return [];
+    const { mean, deviation } = figures;
+    const text = series.length <= mostMeanTexts
+      ? `Ø ${scene.format.number(roundedTo(mean, deviation || Math.abs(mean)))}` : "";
     const axis = axisOf(one);
-    const text = `Ø ${scene.format.number(roundedTo(figures.mean, figures.deviation || Math.abs(figures.mean)))}`;
-    const ruler = { name: one.name, value: figures.mean, color: one.color, text, dash: [6, 4], isAlong };
-    return [rulerSeries(scene, axis ? { ...ruler, axis } : ruler)];
+    const ruler = { name: one.name, value: mean, color: one.color, text, dash: [6, 4], isAlong };
+    if (axis) return [rulerSeries(scene, { ...ruler, axis, before: [] })];
+    const before = [...written];
+    if (text !== "") written.push(mean);
+    return [rulerSeries(scene, { ...ruler, before })];
   });
 }
 
 /** The line at zero, from which values go up and down. */
 export function zeroRuler(scene: Scene): CustomSeriesOption {
-  return rulerSeries(scene, { name: "\u200b0", value: 0, color: scene.look.plotText, text: "", dash: null });
+  return rulerSeries(scene, {
+    name: "\u200b0", value: 0, color: scene.look.plotText, text: "", dash: null, before: [],
+  });
 }

@@ -2,15 +2,17 @@
 import type { TitleComponentOption } from "echarts/components";
 import type { EChartsCoreOption } from "echarts/core";
 
+import { seriesColor } from "../look/shades.ts";
 import { common } from "./cartesian.ts";
 import type { Scene } from "./chart.ts";
-import { type Box, emptyFrame, type Frame, inset, lineOfText, roundRoom, without } from "./frame.ts";
+import { type Box, emptyFrame, type Frame, inset, lineOfText, roomAt, roundRoom, without } from "./frame.ts";
 import { isNamed, legendInCorner } from "./legend.ts";
+import { widestLabel } from "./pie_labels.ts";
 import { pieSeries } from "./pie_series.ts";
-import { mostNamedSlices, type Pie, type Pies, type Slice } from "./pies.ts";
+import { mostNamedSlices, type Pie, type Slice } from "./pies.ts";
 import { withStatistics } from "./statistics_table.ts";
 import { cutTo, lineHeight, uniqueNames } from "./text.ts";
-import { tooltipOf } from "./tooltip.ts";
+import { pointTooltip } from "./tooltip.ts";
 import { marksOf, rowView, shownRow, type View, viewOf } from "./view.ts";
 
 export function pieChart(scene: Scene): EChartsCoreOption {
@@ -25,19 +27,18 @@ export function pieChart(scene: Scene): EChartsCoreOption {
   const frame = legendInCorner(start, scene, view.categoryTitle,
     hasLegend ? slices.map(({ name, label }) => ({ name, label, icon: "roundRect" })) : [], style.LabelStyle);
   const { pies, captions } = placesOf(scene, view, frame);
-  const all: Pies = { scene, slices, pies, hasNames: !hasLegend && view.showCategories, mark: marksOf(scene, row) };
+  const bare = { scene, slices, pies, hasNames: !hasLegend && view.showCategories, mark: marksOf(scene, row) };
   const option = common(scene, { ...frame, titles: [...frame.titles, ...captions] });
-  return { ...option, tooltip: tooltipOf(scene, "item", false), series: pieSeries(all) };
+  return { ...option, tooltip: pointTooltip(scene), series: pieSeries({ ...bare, widestLabel: widestLabel(bare) }) };
 }
 
 function slicesOf(scene: Scene, view: View): Slice[] {
   const names = uniqueNames(view.categories);
-  const { palette, curve } = scene.look;
   return view.categories.map((label, index) => ({
     name: names[index] ?? label,
     label,
     index,
-    color: palette[index % palette.length] ?? curve,
+    color: seriesColor(scene.look, index),
   }));
 }
 
@@ -59,16 +60,21 @@ function placesOf(scene: Scene, view: View, frame: Frame): { pies: Pie[]; captio
   const [width, height] = [room.width / best.columns, room.height / rows];
   const captions: TitleComponentOption[] = [];
   const pies = view.series.map((series, index): Pie => {
+    const row = Math.floor(index / best.columns);
+    // The last row may have fewer: they stand in its middle.
+    const missing = Math.max((row + 1) * best.columns - count, 0);
     const cell: Box = {
-      left: room.left + (index % best.columns) * width,
-      top: room.top + Math.floor(index / best.columns) * height,
+      left: room.left + ((index % best.columns) + missing / 2) * width,
+      top: room.top + row * height,
       width,
       height,
     };
     const box = inset(without(cell, "bottom", line), 4, 2);
     if (line > 0) {
-      const text = cutTo(series.label, cell.width - 8, look, true);
-      const place = { x: cell.left + cell.width / 2, top: cell.top + cell.height - line + 2, align: "center" as const };
+      const [x, top] = [cell.left + cell.width / 2, cell.top + cell.height - line + 2];
+      const width = Math.min(cell.width - 8, 2 * roomAt(frame, x, top, line));
+      const text = cutTo(series.label, width, look, true);
+      const place = { x, top, align: "center" as const };
       captions.push(lineOfText(text, place, look, { bold: true }));
     }
     return { series, box };

@@ -1,4 +1,5 @@
 // A pie that lies tilted and has a height: its slices' faces, as they are seen from above.
+import { extent } from "../data/extent.ts";
 
 /** A lying pie. Places are in pixels, from the drawing's left upper corner. */
 export interface Solid {
@@ -98,7 +99,7 @@ export function wedgesOf(
   hole = 0,
 ): Wedge[] {
   const sum = sizes.reduce((total, size) => total + size, 0);
-  const greatest = Math.max(...sizes, 0);
+  const { greatest } = extent(sizes);
   const present = sizes.filter((size) => size > 0).length;
   let angle = start;
   return sizes.map((size) => {

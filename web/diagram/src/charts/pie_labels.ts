@@ -1,12 +1,12 @@
 // The texts around pies: their words, and places where none covers another.
 import type { Box } from "./frame.ts";
 import type { Solid, Wedge } from "./pie_geometry.ts";
-import type { Pie, Pies } from "./pies.ts";
-import { cutTo, lineHeight, textStyle, widest } from "./text.ts";
+import type { Pie, Pies, UnlabelledPies } from "./pies.ts";
+import { chipOf, cutTo, lineHeight, textStyle, widest } from "./text.ts";
 import type { Series } from "./view.ts";
 
 /** What stands at a slice, in one line or two. */
-function sliceLines({ hasNames, slices }: Pies, series: Series, index: number): string[] {
+function sliceLines({ hasNames, slices }: UnlabelledPies, series: Series, index: number): string[] {
   const value = series.points[index]?.text ?? "";
   const label = slices[index]?.label ?? "";
   return hasNames && label !== "" ? [label, value] : [value];
@@ -25,8 +25,7 @@ export function sliceStyle({ scene, mark }: Pies, series: Series, index: number)
   const { look } = scene;
   const point = series.points[index];
   if (point && mark(...point.cell) === "chip") {
-    const chip = { backgroundColor: look.selectionGround, padding: [3, 6], borderRadius: 3 };
-    return { ...textStyle(look), fill: look.selectionText, ...chip };
+    return { ...textStyle(look), fill: look.selectionText, ...chipOf(look) };
   }
   const negative = (point?.value ?? 0) < 0 ? look.negative : null;
   return { ...textStyle(look), fill: negative ?? look.plotText };
@@ -40,13 +39,18 @@ interface TextRoom {
   readonly height: number;
 }
 
-/** How much room texts take at each side of the pies in boxes as this; none where they would become too small. */
-export function textRoom(pies: Pies, box: Box): TextRoom {
-  const { look } = pies.scene;
+/** The width of the widest text at a slice of any pie. */
+export function widestLabel(pies: UnlabelledPies): number {
   // Thousands of slices have no texts.
   const shown = pies.slices.slice(0, 100);
   const texts = pies.pies.flatMap(({ series }) => shown.flatMap((_, index) => sliceLines(pies, series, index)));
-  const width = Math.min(widest(texts, look) + leader + 6, box.width * 0.32);
+  return widest(texts, pies.scene.look);
+}
+
+/** How much room texts take at each side of the pies in boxes as this; none where they would become too small. */
+export function textRoom(pies: Pies, box: Box): TextRoom {
+  const { look } = pies.scene;
+  const width = Math.min(pies.widestLabel + leader + 6, box.width * 0.32);
   const height = lineHeight(look) * (pies.hasNames ? 1.8 : 1.1);
   const smallest = look.fontSize * 3;
   const fits = box.width / 2 - width >= smallest && box.height / 2 - height >= smallest;

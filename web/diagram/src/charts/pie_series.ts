@@ -9,6 +9,7 @@ import { facesOf, type Solid, type Wedge, wedgesOf } from "./pie_geometry.ts";
 import { labelPlaces, type LabelPlace, sliceStyle, sliceValue, textRoom } from "./pie_labels.ts";
 import { mostNamedSlices, type Pie, type Pies, type Slice, sizeOf } from "./pies.ts";
 import { lineHeight } from "./text.ts";
+import { itemTooltip } from "./tooltip.ts";
 
 /** A slice of one pie: an item of a series. */
 interface Piece {
@@ -88,17 +89,16 @@ function seriesOf(
     color,
     coordinateSystem: "none",
     itemStyle: { color, ...(pattern ? { decal: pattern } : {}) },
-    encode: { value: 0, tooltip: [0] },
-    tooltip: {
-      valueFormatter: (_: unknown, index: number) => {
-        const [piece, series] = [pieces[index], seriesAt(index)];
-        return piece && series ? sliceValue(pies, series, piece.slice.index) : "";
-      },
-    },
+    encode: { value: 0 },
+    tooltip: itemTooltip((index) => {
+      const [piece, series] = [pieces[index], seriesAt(index)];
+      return piece && series
+        ? [piece.slice.label, pies.pies.length > 1 ? series.label : "", sliceValue(pies, series, piece.slice.index)]
+        : ["", "", ""];
+    }),
     data: pieces.map(({ slice }, index) => {
       const series = seriesAt(index);
       return {
-        name: name === "" ? slice.label : series?.label,
         value: [series ? sizeOf(series, slice) : 0],
         cell: series?.points[slice.index]?.cell,
       };

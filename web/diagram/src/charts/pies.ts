@@ -18,14 +18,20 @@ export interface Pie {
   readonly box: Box;
 }
 
-/** All that pies of one chart have alike. */
-export interface Pies {
+/** What pies of one chart have alike. */
+export interface UnlabelledPies {
   readonly scene: Scene;
   readonly slices: readonly Slice[];
   readonly pies: readonly Pie[];
   /** Slices say their names themselves: no legend does. */
   readonly hasNames: boolean;
   readonly mark: (row: number, column: number) => Mark;
+}
+
+/** The same, once the texts around them have been measured. */
+export interface Pies extends UnlabelledPies {
+  /** In pixels. */
+  readonly widestLabel: number;
 }
 
 /** Of more slices no legend could be read; they are one series. */

@@ -3,18 +3,28 @@
 import type { CustomSeriesOption } from "echarts/charts";
 import type { EChartsCoreOption } from "echarts/core";
 
-import { dashOf } from "../look/patterns.ts";
 import { common } from "./cartesian.ts";
 import type { Scene } from "./chart.ts";
 import { handDrawn, type Shape } from "./custom.ts";
-import { type Box, emptyFrame, type Frame, roundRoom } from "./frame.ts";
+import { type Box, emptyFrame, type Frame, roomAt, roundRoom } from "./frame.ts";
 import { isNamed, legendInCorner } from "./legend.ts";
 import { markText } from "./marks.ts";
 import { type Scale, scaleOf } from "./scale.ts";
 import { withStatistics } from "./statistics_table.ts";
-import { cutTo, lineHeight, textStyle, widest } from "./text.ts";
-import { tooltipOf } from "./tooltip.ts";
+import { strokeOf } from "./stroke.ts";
+import { brokenTo, chipOf, cutTo, lineHeight, plotText, textStyle, textWidth, widest } from "./text.ts";
+import { itemTooltip, pointTooltip } from "./tooltip.ts";
 import { marksOf, rowView, type Series, shownRow, valuesOf, type View, viewOf } from "./view.ts";
+
+/** The name of an axis beyond the web's rim. */
+interface Name {
+  readonly axis: number;
+  readonly text: string;
+  readonly x: number;
+  readonly y: number;
+  readonly align: "left" | "center" | "right";
+  readonly vertical: "bottom" | "middle" | "top";
+}
 
 /** Where the web is: its middle, its radius, and what its rings stand for. */
 interface Web {
@@ -23,8 +33,9 @@ interface Web {
   readonly radius: number;
   readonly axes: number;
   readonly scale: Scale;
-  /** What it may fill, names included. */
+  /** What it may fill, names included; and what stands beside that. */
   readonly room: Box;
+  readonly frame: Frame;
 }
 
 export function radarChart(scene: Scene): EChartsCoreOption {
@@ -38,7 +49,7 @@ export function radarChart(scene: Scene): EChartsCoreOption {
   const web = webOf(scene, view, frame);
   return {
     ...common(scene, frame),
-    tooltip: tooltipOf(scene, "item", false),
+    tooltip: pointTooltip(scene),
     series: [webSeries(scene, view, web), ...view.series.map((one) => lineSeries(scene, view, web, one))],
   };
 }
@@ -57,6 +68,7 @@ function webOf(scene: Scene, view: View, frame: Frame): Web {
     axes: view.categories.length,
     scale: scaleOf([0, ...values], 4),
     room,
+    frame,
   };
 }
 
@@ -81,11 +93,14 @@ function webSeries(scene: Scene, view: View, web: Web): CustomSeriesOption {
     animation: false,
     z: 1,
     data: [{ value: [0] }],
-    draw: () => [...ringsOf(scene, web), ...spokesOf(scene, web), ...namesOf(scene, view, web)],
+    draw: () => {
+      const names = view.showCategories ? namesOf(scene, view, web) : [];
+      return [...ringsOf(scene, web, names), ...spokesOf(scene, web), ...nameTexts(scene, names)];
+    },
   });
 }
 
-function ringsOf(scene: Scene, web: Web): Shape[] {
+function ringsOf(scene: Scene, web: Web, names: readonly Name[]): Shape[] {
   const { look } = scene;
   const axes = Array.from({ length: web.axes }, (_, axis) => axis);
   return web.scale.ticks.flatMap((tick, index) => {
@@ -98,17 +113,16 @@ function ringsOf(scene: Scene, web: Web): Shape[] {
       shape,
       style: { fill: "none", stroke: isZero ? look.plotText : look.grid, lineWidth: 1 },
     };
-    if (index === 0 && web.scale.from === tick) return [ring];
+    const label = scene.format.number(tick);
+    const isMiddle = index === 0 && web.scale.from === tick;
+    if (isMiddle || touchesName(scene, names, x - textWidth(label, look), y)) return [ring];
     const text = {
       type: "text",
       z2: 2,
       style: {
-        ...textStyle(look),
+        ...plotText(look),
         fontSize: Math.max(look.fontSize - 2, 8),
-        text: scene.format.number(tick),
-        fill: look.plotText,
-        stroke: look.plotGround,
-        lineWidth: 3,
+        text: label,
         x: x - 4,
         y,
         align: "right",
@@ -127,35 +141,55 @@ function spokesOf(scene: Scene, web: Web): Shape[] {
   });
 }
 
-function namesOf(scene: Scene, view: View, web: Web): Shape[] {
-  if (!view.showCategories) return [];
-  const { look } = scene;
-  const { room } = web;
-  // Of a row alone the names are those of columns.
-  const mark = shownRow(scene) < 0 ? marksOf(scene) : () => "none";
-  // As many names as have a line's height between them along the rim.
-  const stride = Math.max(Math.ceil(lineHeight(look) * 1.3 / ((Math.PI * 2 * web.radius) / web.axes)), 1);
-  return view.categories.flatMap((name, axis) => {
+/** Whether a text that ends at the upright axis, and begins at `left`, would come upon a name at the web's left. */
+function touchesName({ look }: Scene, names: readonly Name[], left: number, y: number): boolean {
+  return names.some((name) => name.align === "right" && left < name.x && Math.abs(name.y - y) < lineHeight(look));
+}
+
+/** As many names as have a line's height between them along the rim. */
+function namesOf({ look }: Scene, view: View, web: Web): Name[] {
+  const line = lineHeight(look);
+  const stride = Math.max(Math.ceil(line * 1.3 / ((Math.PI * 2 * web.radius) / web.axes)), 1);
+  return view.categories.flatMap((name, axis): Name[] => {
     if (axis % stride !== 0 || name === "") return [];
     const angle = angleOf(web, axis);
     const [cos, sin] = [Math.cos(angle), Math.sin(angle)];
-    const [x, y] = [web.x + cos * (web.radius + 8), web.y + sin * (web.radius + 8)];
+    const [x, y] = [web.x + cos * (web.radius + 8), web.y + sin * (web.radius + 10)];
     const align = Math.abs(cos) < 0.15 ? "center" : cos > 0 ? "left" : "right";
-    const width = align === "center" ? room.width : align === "left" ? room.left + room.width - x : x - room.left;
+    const { left, width } = web.room;
+    if (align === "center") {
+      const isAbove = sin < 0;
+      const beside = roomAt(web.frame, x, isAbove ? y - line : y, line);
+      const text = cutTo(name, Math.max(Math.min(width, 2 * beside), 20), look);
+      return [{ axis, text, x, y, align, vertical: isAbove ? "bottom" : "top" }];
+    }
+    // There is room for two lines where few names are.
+    const most = web.axes <= 6 ? 2 : 1;
+    const { lines } = brokenTo(name, Math.max(align === "left" ? left + width - x : x - left, 20), most, look);
+    return [{ axis, text: lines.join("\n"), x, y, align, vertical: "middle" }];
+  });
+}
+
+function nameTexts(scene: Scene, names: readonly Name[]): Shape[] {
+  const { look } = scene;
+  // Of a row alone the names are those of columns.
+  const mark = shownRow(scene) < 0 ? marksOf(scene) : () => "none";
+  return names.map(({ axis, text, x, y, align, vertical }) => {
     const isMarked = mark(axis, -1) !== "none";
-    return [{
+    return {
       type: "text",
       style: {
         ...textStyle(look),
-        text: cutTo(name, Math.max(width, 20), look),
+        text,
         fill: isMarked ? look.selectionText : look.plotText,
-        ...(isMarked ? { backgroundColor: look.selectionGround, padding: [2, 4], borderRadius: 3 } : {}),
+        ...(isMarked ? chipOf(look) : {}),
+        lineHeight: lineHeight(look),
         x,
         y,
         align,
-        verticalAlign: Math.abs(cos) < 0.15 ? (sin < 0 ? "bottom" : "top") : "middle",
+        verticalAlign: vertical,
       },
-    }];
+    };
   });
 }
 
@@ -164,15 +198,17 @@ function lineSeries(scene: Scene, view: View, web: Web, series: Series): CustomS
   const { look, style } = scene;
   const mark = marksOf(scene, shownRow(scene));
   const first = series.points.findIndex(({ value }) => value !== null);
+  // Many surfaces upon each other would be mud.
+  const surface = Math.min(0.24 / view.series.length, 0.1);
   return handDrawn({
     name: series.name,
     color: series.color,
     coordinateSystem: "none",
     z: 2,
-    encode: { value: 0, tooltip: [0] },
-    tooltip: { valueFormatter: (_: unknown, index: number) => series.points[index]?.text ?? "" },
-    data: series.points.map(({ value, cell }, axis) =>
-      ({ name: view.categories[axis] || String(axis + 1), value: [value], cell })),
+    encode: { value: 0 },
+    tooltip: itemTooltip((axis) =>
+      [series.label, view.categories[axis] || String(axis + 1), series.points[axis]?.text ?? ""]),
+    data: series.points.map(({ value, cell }) => ({ value: [value], cell })),
     draw: (params) => {
       const point = series.points[params.dataIndex];
       if (!point || point.value === null) return [];
@@ -190,26 +226,20 @@ function lineSeries(scene: Scene, view: View, web: Web, series: Series): CustomS
         emphasis: { style: { lineWidth: 3 } },
       };
       const texts = markText(scene, marked, point, { left: x, top: y, width: 0, height: 0 });
-      const lines = params.dataIndex === first ? linesOf(scene, web, series) : [];
+      const lines = params.dataIndex === first ? linesOf(scene, web, series, surface) : [];
       return [...lines, sign, ...texts];
     },
   });
 }
 
 /** A closed area if there are all points; the stretches between gaps if there are not. */
-function linesOf(scene: Scene, web: Web, series: Series): Shape[] {
-  const { style, look } = scene;
-  const stroke = {
-    stroke: series.color,
-    lineWidth: Math.min(Math.max(style.Thickness, 1), 60),
-    lineJoin: "round",
-    lineDash: look.patterns ? dashOf(series.index) : "solid",
-  };
+function linesOf(scene: Scene, web: Web, series: Series, surface: number): Shape[] {
+  const stroke = strokeOf(scene.look, scene.style, series);
   const points = series.points.map(({ value }, axis) => (value === null ? null : pointAt(web, axis, value)));
   if (points.every((point) => point !== null)) {
     return [
-      { type: "polygon", silent: true, shape: { points }, style: { fill: series.color, opacity: 0.1 } },
-      { type: "polygon", silent: true, z2: 5, shape: { points }, style: { fill: "none", ...stroke } },
+      { type: "polygon", silent: true, shape: { points }, style: { fill: series.color, opacity: surface } },
+      { type: "polygon", silent: true, z2: 5, shape: { points }, style: stroke },
     ];
   }
   // From the point after a gap on, so that the stretch over the end of the list is whole.
@@ -220,5 +250,5 @@ function linesOf(scene: Scene, web: Web, series: Series): Shape[] {
     else stretches.push([]);
   }
   return stretches.filter(({ length }) => length > 1).map((stretch) =>
-    ({ type: "polyline", silent: true, z2: 5, shape: { points: stretch }, style: { fill: "none", ...stroke } }));
+    ({ type: "polyline", silent: true, z2: 5, shape: { points: stretch }, style: stroke }));
 }

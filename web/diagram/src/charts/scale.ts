@@ -1,4 +1,5 @@
 // Round numbers for an axis.
+import { extent } from "../data/extent.ts";
 
 export interface Scale {
   readonly from: number;
@@ -9,8 +10,7 @@ export interface Scale {
 
 /** A scale over values with about so many steps of 1, 2, 2.5 or 5 times a power of ten. */
 export function scaleOf(values: readonly number[], steps: number): Scale {
-  const least = values.reduce((a, b) => Math.min(a, b), Infinity);
-  const greatest = values.reduce((a, b) => Math.max(a, b), -Infinity);
+  const { least, greatest } = extent(values);
   if (!(greatest > least)) return { from: Math.min(least, 0) || 0, to: 1, ticks: [0, 1] };
   const raw = (greatest - least) / steps;
   const power = 10 ** Math.floor(Math.log10(raw));

@@ -1,4 +1,5 @@
 // Figures that describe a list of values.
+import { extent } from "../data/extent.ts";
 
 export interface Statistics {
   readonly count: number;
@@ -14,12 +15,8 @@ export interface Statistics {
 export function statisticsOf(values: readonly number[]): Statistics | null {
   if (values.length === 0) return null;
   const count = values.length;
-  let [sum, least, greatest] = [0, Infinity, -Infinity];
-  for (const value of values) {
-    sum += value;
-    least = Math.min(least, value);
-    greatest = Math.max(greatest, value);
-  }
+  const sum = values.reduce((total, value) => total + value, 0);
+  const { least, greatest } = extent(values);
   const mean = sum / count;
   // In two passes: the sum of squares by itself loses all digits where the mean is large.
   const squares = values.reduce((total, value) => total + (value - mean) ** 2, 0);

@@ -20,20 +20,27 @@ export function withStatistics(frame: Frame, scene: Scene, series: readonly Seri
   const { look } = scene;
   const { room } = frame;
   const line = lineHeight(look) + 2;
-  // As many series as take half of the height; the plot needs the other half.
-  const most = Math.floor((room.height * 0.5) / line) - 1;
+  // As many series as take less than half of the height; the plot needs the rest.
+  const most = Math.floor((room.height * 0.42) / line) - 1;
   if (most < 1) return frame;
-  const shown = series.slice(0, most);
-  const height = (shown.length + 1) * line;
+  const shown = series.slice(0, series.length <= most ? most : Math.max(most - 1, 1));
+  const more = shown.length < series.length ? ["…"] : [];
+  const height = (shown.length + more.length + 1) * line;
   const top = room.top + room.height - height;
 
   const names = shown.map(({ label }) => cutTo(label, room.width * 0.28, look));
-  const columns = figures.map(([sign, figure]) => [sign, ...shown.map((one) => figureText(scene, one, figure))]);
-  const gap = Math.round(look.fontSize * 1.5);
-  const widths = columns.map((texts) => widest(texts, look) + gap);
+  // A sum of dates is no date, nor is their deviation.
+  const told = scene.format.hasDates ? figures.filter(([, figure]) => figure !== "sum" && figure !== "deviation")
+    : figures;
+  const found = shown.map((one) => statisticsOf(valuesOf(one)));
+  const columns = told.map(([sign, figure]) => [sign, ...found.map((one) => figureText(scene, one, figure))]);
+  const columnWidths = columns.map((texts) => widest(texts, look));
+  const left = room.width - widest(names, look) - columnWidths.reduce((sum, width) => sum + width, 0);
+  const gap = Math.min(Math.max(left / columns.length, look.fontSize * 0.7), look.fontSize * 1.5);
+  const widths = columnWidths.map((width) => width + gap);
   let right = room.left + widest(names, look);
   const first = { x: room.left, top, align: "left" as const };
-  const titles = [lineOfText(["", ...names].join("\n"), first, look, texts(scene, line))];
+  const titles = [lineOfText(["", ...names, ...more].join("\n"), first, look, texts(scene, line))];
   for (const [index, column] of columns.entries()) {
     right += widths[index] ?? 0;
     if (right > room.left + room.width) break;
@@ -50,8 +57,7 @@ function texts(scene: Scene, line: number): { color: string; lineHeight: number 
   return { color: scene.look.tag, lineHeight: line };
 }
 
-function figureText(scene: Scene, series: Series, figure: keyof Statistics): string {
-  const found = statisticsOf(valuesOf(series));
+function figureText(scene: Scene, found: Statistics | null, figure: keyof Statistics): string {
   if (!found) return figure === "count" ? "0" : "–";
   if (figure === "count") return String(found.count);
   return scene.format.number(roundedTo(found[figure], found.deviation || Math.abs(found.mean)));

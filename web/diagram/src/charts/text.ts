@@ -18,6 +18,16 @@ export function textStyle(look: Look, color: string = look.text, bold = false): 
   return { fontFamily, fontSize, fontWeight: bold ? "bold" : look.fontWeight, fontStyle, color };
 }
 
+/** A text on the plot's own ground: what lies under it does not disturb. */
+export function plotText(look: Look, color: string = look.plotText, halo = 3): object {
+  return { ...textStyle(look), fill: color, stroke: look.plotGround, lineWidth: halo };
+}
+
+/** The chip on which the text of something selected stands. */
+export function chipOf(look: Look): object {
+  return { backgroundColor: look.selectionGround, padding: [3, 6], borderRadius: 3 };
+}
+
 /** The height of a line of texts, in pixels. */
 export function lineHeight(look: Look): number {
   return Math.round(look.fontSize * 1.4);
@@ -102,17 +112,25 @@ function pieces(word: string, length: number): string[] {
     signs.slice(index * length, (index + 1) * length).join(""));
 }
 
-/** The text so that the drawing library takes none of it for markup: a brace that opens a style no longer does. */
+/**
+ * The text so that the drawing library takes none of it for markup, where it reads markup: `{name|` would open a style,
+ * and an empty piece of no style behind the brace keeps both apart.
+ */
 export function literal(text: string): string {
-  return text.replace(/\{/g, "{\u2060");
+  return text.replace(/\{(?=\w+\|)/g, "{{_|}");
 }
 
 /** The names of our own for texts that may be empty or alike: the library tells series and slices apart by name. */
 export function uniqueNames(texts: readonly string[]): string[] {
   const seen = new Set<string>();
+  const counts = new Map<string, number>();
   return texts.map((text, index) => {
-    let name = literal(wrapped(text || String(index + 1)));
-    while (seen.has(name)) name += "\u200b";
+    const base = text || String(index + 1);
+    let name = base;
+    for (let count = counts.get(base) ?? 1; seen.has(name); count += 1) {
+      name = `${base}\u200b${count + 1}`;
+      counts.set(base, count + 1);
+    }
     seen.add(name);
     return name;
   });

@@ -1,5 +1,6 @@
 // The table as charts draw it: categories along the axis, series of points beside each other.
 import type { Table } from "../data/table.ts";
+import { seriesColor } from "../look/shades.ts";
 import type { CellPlace, Scene } from "./chart.ts";
 import { oneLine, uniqueNames } from "./text.ts";
 
@@ -70,7 +71,7 @@ function allOf(scene: Scene, table: Table, placeOf: (row: number, column: number
       name: names[column] ?? label,
       label,
       index: column,
-      color: labels.length === 1 ? look.curve : look.palette[column % look.palette.length] ?? look.curve,
+      color: labels.length === 1 ? look.curve : seriesColor(look, column),
       points: table.cells.map((cells, row): Point => {
         const cell = cells[column];
         return {

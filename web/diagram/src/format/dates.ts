@@ -1,5 +1,5 @@
 // Dates as data hold them.
-import { numberOfText } from "../data/numbers.ts";
+import { numberOfText } from "../settings/numbers.ts";
 
 const written = /^(\d{4})(?:-(\d\d)(?:-(\d\d)([Tt ][0-9:.,+\-Zz]+)?)?)?$/;
 // What a date can be in browsers: a hundred million days on either side of 1970.
@@ -15,7 +15,12 @@ export function dateOf(text: string): number | null {
   const day = parts && startOfDay(Number(parts[1]), Number(parts[2] ?? 1), Number(parts[3] ?? 1));
   if (day !== null) return day;
   const number = numberOfText(trimmed);
-  return number !== null && Math.abs(number) <= furthest ? number : null;
+  return number !== null && isDate(number) ? number : null;
+}
+
+/** Whether the number of milliseconds is a date that calendars know. */
+export function isDate(milliseconds: number): boolean {
+  return Math.abs(milliseconds) <= furthest;
 }
 
 // Null for a day that is in no calendar.

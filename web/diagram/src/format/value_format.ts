@@ -1,8 +1,8 @@
 // How values are written (docs/formats.md).
-import { numberOfText, textOfNumber } from "../data/numbers.ts";
+import { numberOfText, textOfNumber } from "../settings/numbers.ts";
 import type { Style } from "../settings/style.ts";
 import { currencyOfCountry } from "./currencies.ts";
-import { dateOf } from "./dates.ts";
+import { dateOf, isDate } from "./dates.ts";
 import type { FormatLocale } from "./locale.ts";
 import { likeliestCountry, localeOf } from "./locale.ts";
 import { readPattern } from "./number_pattern.ts";
@@ -15,6 +15,8 @@ export interface ValueFormat {
   number(value: number): string;
   /** A share, 0.5 as 50 %, in the chart's locale. */
   share(value: number): string;
+  /** Numbers stand for dates: they have an order, but no sum. */
+  readonly hasDates: boolean;
 }
 
 const dateType = 5;
@@ -40,7 +42,8 @@ const writers: readonly MakeWriter[] = [
   (style, { tag }) => {
     const dateStyle = dateStyles[style.FormatDateStyle] ?? "medium";
     const format = new Intl.DateTimeFormat(tag, { dateStyle, timeZone: "UTC" });
-    return (value) => format.format(value);
+    // An axis may reach farther than any date.
+    return (value) => (isDate(value) ? format.format(value) : textOfNumber(value));
   },
 ];
 
@@ -65,6 +68,7 @@ export function valueFormat(style: Style, languages: readonly string[]): ValueFo
     // Twelve digits leave out what binary fractions add: 0.1 + 0.2 is 0.3.
     number: (value) => write((Number.isInteger(value) ? value : Number(value.toPrecision(12))) + 0),
     share: (value) => shares.format(value),
+    hasDates: style.FormatType === dateType,
   };
 }
 

@@ -1,56 +1,84 @@
 // What readers type into a table's cells. It changes what is on show, and nothing is saved.
 import type { CellPlace } from "../charts/chart.ts";
 import { numberReader } from "../format/value_format.ts";
-import { columnName, rowName } from "../parts/names.ts";
-import { textsFor } from "../parts/texts.ts";
+import { columnName, rowName } from "../host/names.ts";
+import { textsFor } from "../host/texts.ts";
 import { cellAt } from "./arrangement.ts";
-import { type AfterEdit, editCell } from "./cell_editor.ts";
+import { type AfterEdit, CellEditor } from "./cell_editor.ts";
 import type { GridView } from "./grid_view.ts";
 import type { Position } from "./model.ts";
 import { fillCell } from "./nodes.ts";
 
 export class CellTyping {
   private readonly view: GridView;
+  private open: { readonly editor: CellEditor; readonly place: CellPlace } | null = null;
 
   constructor(view: GridView) {
     this.view = view;
   }
 
   /** Opens the active cell, with its text or empty; false where nobody may type. */
-  open(keepsText: boolean): boolean {
+  start(keepsText: boolean): boolean {
     const { model, host } = this.view;
     const node = this.view.cell(this.view.active);
-    const place = this.place();
+    const place = this.activePlace();
     if (!model || !place || !node) return false;
     const texts = textsFor(host.element);
-    editCell(node, {
+    const editor = new CellEditor(node, {
       text: keepsText ? cellAt(model.scene.table, model.arrangement, place.row, place.column).text : null,
       label: `${rowName(model.scene, place.row, texts)}, ${columnName(model.scene, place.column, texts)}`,
-      done: (text, after) => this.end(node, place, text, after),
+      done: (text, after) => this.end(place, text, after),
     });
+    this.open = { editor, place };
     return true;
   }
 
   /** Empties the active cell; false where nobody may type. */
   clear(): boolean {
-    const place = this.place();
+    const place = this.activePlace();
     if (place) this.setText(place, "");
     return place !== null;
   }
 
+  /**
+   * Has the table's nodes made anew. An open box goes on in its cell's new node, as the reader has left it: a new
+   * scheme or new data must not take away what is being typed. It closes where that cell is gone.
+   */
+  carryOver(rebuild: () => void): void {
+    const { open, view } = this;
+    if (!open) return rebuild();
+    open.editor.lift();
+    const position = view.positionOfPlace(open.place);
+    if (position) view.active = position;
+    rebuild();
+    const node = position && this.activePlace() ? view.cell(position) : undefined;
+    if (node) open.editor.putInto(node);
+    else this.open = null;
+  }
+
+  /** The table goes away, and what is being typed with it. */
+  abandon(): void {
+    this.open?.editor.lift();
+    this.open = null;
+  }
+
   /** The active cell, as the table counts it, if it may be typed into. */
-  private place(): CellPlace | null {
+  private activePlace(): CellPlace | null {
     const { model, active } = this.view;
     const row = model?.arrangement.rows[active.row];
     const column = model?.arrangement.columns[active.column];
     return model?.scene.style.IsEditable && row !== undefined && column !== undefined ? { row, column } : null;
   }
 
-  private end(node: HTMLTableCellElement, place: CellPlace, text: string | null, after: AfterEdit): void {
-    const hadFocus = this.view.hasFocus();
-    if (this.view.model) fillCell(node, this.view.model, place.row, place.column);
+  private end(place: CellPlace, text: string | null, after: AfterEdit): void {
+    const { view } = this;
+    const hadFocus = view.hasFocus();
+    this.open = null;
+    const position = view.positionOfPlace(place);
+    const node = position && view.cell(position);
+    if (node && view.model) fillCell(node, view.model, place.row, place.column);
     if (text !== null) this.setText(place, text);
-    if (hadFocus) this.view.goTo(this.placeAfter(after));
+    if (hadFocus) view.goTo(this.placeAfter(after));
   }
 
   private placeAfter(after: AfterEdit): Position {
@@ -66,7 +94,6 @@ export class CellTyping {
     const { scene, arrangement } = this.view.model;
     if (cellAt(scene.table, arrangement, place.row, place.column).text === text) return;
     arrangement.edits.set(`${place.row} ${place.column}`, { text, number: numberReader(scene.style)(text) });
-    // Widths, heights and heat colours hang on all cells.
-    this.view.redraw();
+    this.view.showEdit(place);
   }
 }

@@ -1,11 +1,11 @@
 // What readers do to a table: select, sort, move, resize.
 import type { CellPlace } from "../charts/chart.ts";
-import { announce } from "../parts/announcer.ts";
-import { columnName, rowName } from "../parts/names.ts";
-import { placeOfClick, selectionAfter } from "../parts/selection.ts";
-import { textsFor } from "../parts/texts.ts";
+import { announce } from "../host/announcer.ts";
+import { columnName, rowName } from "../host/names.ts";
+import { placeOfClick, selectionAfter } from "../host/selection.ts";
+import { textsFor } from "../host/texts.ts";
 import { type Axis, cellAt, moved, sorted } from "./arrangement.ts";
-import { CellTyping } from "./cell_typing.ts";
+import { copySelected } from "./copying.ts";
 import { type KeyTarget, pressKey } from "./grid_keys.ts";
 import { listenForDrags } from "./grid_pointer.ts";
 import { type GridView, smallest } from "./grid_view.ts";
@@ -25,7 +25,7 @@ export function listenToReader(view: GridView, signal: AbortSignal): void {
     actions.operate(event);
   }, { signal });
   table.addEventListener("dblclick", (event) => {
-    if (view.positionAt(event.target)) actions.typing.open(true);
+    if (view.positionAt(event.target)) actions.edit(true);
   }, { signal });
   table.addEventListener("keydown", (event) => {
     if (event.isComposing || !view.positionAt(event.target)) return;
@@ -33,6 +33,7 @@ export function listenToReader(view: GridView, signal: AbortSignal): void {
     event.preventDefault();
     event.stopPropagation();
   }, { signal });
+  table.addEventListener("copy", (event) => copySelected(view.model, event), { signal });
   listenForDrags({
     table,
     positionAt: (node) => view.positionAt(node),
@@ -45,14 +46,12 @@ export function listenToReader(view: GridView, signal: AbortSignal): void {
 }
 
 class GridActions implements KeyTarget {
-  readonly typing: CellTyping;
   private readonly view: GridView;
   // Where ranges begin.
   private anchor: CellPlace | null = null;
 
   constructor(view: GridView) {
     this.view = view;
-    this.typing = new CellTyping(view);
   }
 
   extent(): ReturnType<KeyTarget["extent"]> {
@@ -72,11 +71,11 @@ class GridActions implements KeyTarget {
   }
 
   edit(keepsText: boolean): boolean {
-    return this.typing.open(keepsText);
+    return this.view.typing.start(keepsText);
   }
 
   clear(): boolean {
-    return this.typing.clear();
+    return this.view.typing.clear();
   }
 
   allows(what: "move" | "resize", axis: Axis): boolean {
@@ -101,7 +100,8 @@ class GridActions implements KeyTarget {
     const { model, host } = this.view;
     const place = this.activePlace();
     if (!model || !place) return;
-    const { scene, arrangement } = model;
+    const { arrangement } = model;
+    const scene = host.scene();
     const anchor = this.anchor ?? scene.selection[scene.selection.length - 1] ?? null;
     const after = selectionAfter({ cells: scene.selection, anchor }, { place, ...keys }, scene.style, arrangement);
     this.anchor = after.anchor;
@@ -147,18 +147,22 @@ class GridActions implements KeyTarget {
     this.say("moved", this.nameOf(axis, entry), to + 1, arrangement[axis].length);
   }
 
-  move(axis: Axis, step: -1 | 1): void {
+  move(axis: Axis, step: -1 | 1): boolean {
     const from = this.activeAlong(axis);
-    if (from >= 0 && this.allows("move", axis)) this.moveTo(axis, from, from + step);
+    const may = this.allows("move", axis);
+    if (may && from >= 0) this.moveTo(axis, from, from + step);
+    return may;
   }
 
-  resize(axis: Axis, step: -1 | 1): void {
+  resize(axis: Axis, step: -1 | 1): boolean {
     const box = this.view.cell(this.view.active)?.getBoundingClientRect();
-    if (!box || !this.allows("resize", axis)) return;
+    if (!this.allows("resize", axis)) return false;
+    if (!box) return true;
     const size = Math.max((axis === "rows" ? box.height : box.width) + step * sizeStep, smallest);
     this.view.setSize(axis, this.activeAlong(axis), size);
     const entry = this.view.model?.arrangement[axis][this.activeAlong(axis)];
     this.say("size", entry === undefined ? "" : this.nameOf(axis, entry), Math.round(size));
+    return true;
   }
 
   private activeAlong(axis: Axis): number {

@@ -12,9 +12,11 @@ export interface KeyTarget {
   operate(event: KeyboardEvent): void;
   /** Selects from where the last selection was to the active cell. */
   extend(): void;
-  move(axis: Axis, step: -1 | 1): void;
-  resize(axis: Axis, step: -1 | 1): void;
-  /** Opens the active cell for typing, if that is allowed; says whether. `text` null: the key itself is typed. */
+  /** Moves the active row or column by one place; false where readers may not. */
+  move(axis: Axis, step: -1 | 1): boolean;
+  /** Makes the active row or column larger or smaller; false where readers may not. */
+  resize(axis: Axis, step: -1 | 1): boolean;
+  /** Opens the active cell for typing, with its text or, as a first letter does, empty; false where nobody may type. */
   edit(keepsText: boolean): boolean;
   clear(): boolean;
   leave(): void;
@@ -58,12 +60,10 @@ function startTyping(target: KeyTarget, event: KeyboardEvent): false {
 }
 
 function pressArrow(target: KeyTarget, event: KeyboardEvent, axis: Axis, step: -1 | 1): boolean {
-  if (event.altKey && event.shiftKey) target.resize(axis, step);
-  else if (event.altKey) target.move(axis, step);
-  else {
-    target.goTo(stepped(target, axis, step, event.ctrlKey || event.metaKey));
-    if (event.shiftKey) target.extend();
-  }
+  // Where nothing may be moved these are the browser's own keys, as that for the page before.
+  if (event.altKey) return event.shiftKey ? target.resize(axis, step) : target.move(axis, step);
+  target.goTo(stepped(target, axis, step, event.ctrlKey || event.metaKey));
+  if (event.shiftKey) target.extend();
   return true;
 }
 

@@ -20,10 +20,10 @@ export interface DragTarget {
 const edgeReach = 5;
 const dragStart = 6;
 
+/** The end of a row or column, or with position -1 that of the labels. */
 interface Edge {
   readonly axis: Axis;
   readonly position: number;
-  readonly size: number;
 }
 
 /** Listens on the table until `signal` says to stop. A drag takes the click that follows it away. */
@@ -36,7 +36,9 @@ export function listenForDrags(target: DragTarget, signal: AbortSignal): void {
     else startMove(target, event);
   }, { signal });
   table.addEventListener("pointermove", (event) => {
-    table.dataset.edge = event.buttons === 0 ? edgeAt(target, event)?.axis ?? "" : table.dataset.edge ?? "";
+    if (event.buttons > 0) return;
+    const axis = edgeAt(target, event)?.axis ?? "";
+    if ((table.dataset.edge ?? "") !== axis) table.dataset.edge = axis;
   }, { signal });
   table.addEventListener("dblclick", (event) => {
     const edge = edgeAt(target, event);
@@ -44,40 +46,41 @@ export function listenForDrags(target: DragTarget, signal: AbortSignal): void {
   }, { signal });
 }
 
-/** The edge of a label under the pointer, if it may be dragged. */
+/** The edge of a label under the pointer, if it may be dragged. Over all else nothing is measured. */
 function edgeAt(target: DragTarget, event: MouseEvent): Edge | null {
   const cell = target.positionAt(event.target);
-  const node = cell && target.cellAt(cell);
-  if (!cell || !node) return null;
+  if (!cell || (cell.row >= 0 && cell.column >= 0)) return null;
+  const axis: Axis = cell.row < 0 ? "columns" : "rows";
+  const node = target.allows("resize", axis) && target.cellAt(cell);
+  if (!node) return null;
   const box = node.getBoundingClientRect();
-  const mirrored = getComputedStyle(target.table).direction === "rtl";
-  if ((cell.row < 0 || cell.column < 0) && target.allows("resize", cell.row < 0 ? "columns" : "rows")) {
-    const [atStart, atEnd] = cell.row < 0
-      ? [event.clientX - box.left < edgeReach, box.right - event.clientX < edgeReach]
-      : [event.clientY - box.top < edgeReach, box.bottom - event.clientY < edgeReach];
-    const axis: Axis = cell.row < 0 ? "columns" : "rows";
-    const position = cell.row < 0 ? cell.column : cell.row;
-    const swapped = mirrored && axis === "columns";
-    if (swapped ? atStart : atEnd) return edgeOf(target, axis, position);
-    if (swapped ? atEnd : atStart) return edgeOf(target, axis, position - 1);
-  }
-  return null;
+  const [fromStart, fromEnd] = axis === "columns"
+    ? [event.clientX - box.left, box.right - event.clientX] : [event.clientY - box.top, box.bottom - event.clientY];
+  const isMirrored = axis === "columns" && isFromRight(target.table);
+  const position = axis === "columns" ? cell.column : cell.row;
+  if ((isMirrored ? fromStart : fromEnd) < edgeReach) return { axis, position };
+  const isBefore = (isMirrored ? fromEnd : fromStart) < edgeReach;
+  return isBefore && labelOf(target, axis, position - 1) ? { axis, position: position - 1 } : null;
 }
 
-/** The end of a row or column, or with -1 that of the labels. */
-function edgeOf(target: DragTarget, axis: Axis, position: number): Edge | null {
-  const label = axis === "columns" ? { row: -1, column: position } : { row: position, column: -1 };
-  const box = target.cellAt(label)?.getBoundingClientRect();
-  return box ? { axis, position, size: axis === "columns" ? box.width : box.height } : null;
+function labelOf(target: DragTarget, axis: Axis, position: number): HTMLTableCellElement | undefined {
+  return target.cellAt(axis === "columns" ? { row: -1, column: position } : { row: position, column: -1 });
+}
+
+function isFromRight(table: HTMLTableElement): boolean {
+  return getComputedStyle(table).direction === "rtl";
 }
 
 function dragEdge(target: DragTarget, edge: Edge, down: PointerEvent): void {
   down.preventDefault();
-  const direction = edge.axis === "columns" && getComputedStyle(target.table).direction === "rtl" ? -1 : 1;
+  const { axis, position } = edge;
+  const box = labelOf(target, axis, position)?.getBoundingClientRect();
+  const size = (axis === "columns" ? box?.width : box?.height) ?? 0;
+  const direction = axis === "columns" && isFromRight(target.table) ? -1 : 1;
   follow(target.table, down, {
     move: (event) => {
-      const way = edge.axis === "columns" ? event.clientX - down.clientX : event.clientY - down.clientY;
-      target.resizeTo(edge.axis, edge.position, edge.size + direction * way);
+      const way = axis === "columns" ? event.clientX - down.clientX : event.clientY - down.clientY;
+      target.resizeTo(axis, position, size + direction * way);
     },
     end: (event) => suppressClick(target.table, event),
   });
@@ -116,7 +119,7 @@ function goalAt(target: DragTarget, axis: Axis, event: PointerEvent): { to: numb
   const root = target.table.getRootNode() as Document | ShadowRoot;
   const under = target.positionAt(root.elementFromPoint(event.clientX, event.clientY));
   const to = axis === "columns" ? under?.column ?? -1 : under?.row ?? -1;
-  const node = target.cellAt(axis === "columns" ? { row: -1, column: to } : { row: to, column: -1 });
+  const node = labelOf(target, axis, to);
   return to >= 0 && node ? { to, node } : null;
 }
 

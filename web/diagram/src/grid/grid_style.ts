@@ -1,16 +1,11 @@
 // What a table looks like. Colours and fonts come as custom properties from the look.
 import type { Scene } from "../charts/chart.ts";
-import { readableOn } from "./colours.ts";
-import { heatTable } from "./model.ts";
+import { heatTable } from "../settings/diagram_types.ts";
 import { cellPadding, labelIndent, lineHeight } from "./sizes.ts";
 import { labelWeight } from "./text_measure.ts";
 
-// By policy: as needed, always, never.
-const scrollBars = ["auto", "scroll", "hidden"] as const;
-const never = 2;
-
-/** Hands a scene's colours, font, lines and scroll bars to a grid's box. */
-export function setColours(box: HTMLElement, scene: Scene): void {
+/** Hands a scene's colours, font and lines to a grid's box; `negative` is the colour of negative values. */
+export function setColours(box: HTMLElement, scene: Scene, negative: string): void {
   const { look, style } = scene;
   const values: Record<string, string> = {
     "--_text": look.text,
@@ -18,7 +13,7 @@ export function setColours(box: HTMLElement, scene: Scene): void {
     "--_cell-text": look.plotText,
     "--_cell-ground": look.plotGround,
     "--_line": look.grid,
-    "--_negative": look.negative === null ? "inherit" : readableOn(look.plotGround, look.negative),
+    "--_negative": negative,
     "--_selection-text": look.selectionText,
     "--_selection-ground": look.selectionGround,
     "--_accent": look.palette[0] ?? look.text,
@@ -34,12 +29,6 @@ export function setColours(box: HTMLElement, scene: Scene): void {
   box.classList.toggle("column-labels-work", style.OnColLabelClick > 0);
   box.classList.toggle("rows-move", style.moveableRows);
   box.classList.toggle("columns-move", style.moveableCols);
-  // Without any bar, fingers and wheels scroll all the same.
-  const noBars = style.VScrollbarPolicy === never && style.HScrollbarPolicy === never;
-  box.classList.toggle("no-bars", noBars);
-  const bars = (policy: number): string => (noBars ? null : scrollBars[policy]) ?? "auto";
-  box.style.setProperty("--_scroll-y", bars(style.VScrollbarPolicy));
-  box.style.setProperty("--_scroll-x", bars(style.HScrollbarPolicy));
 }
 
 export const gridStyle = `
@@ -47,13 +36,11 @@ export const gridStyle = `
   display: flex; flex-direction: column; box-sizing: border-box; width: 100%; height: 100%; min-height: 0;
   color: var(--_text); background: var(--_ground);
 }
-.grid-scroll {
-  contain: content; min-height: 0; overflow-x: var(--_scroll-x); overflow-y: var(--_scroll-y); scrollbar-width: thin;
-}
-.no-bars .grid-scroll { scrollbar-width: none; }
+.grid-clip { display: flex; flex-direction: column; min-height: 0; overflow: hidden; overflow: clip; }
+.grid-scroll { contain: content; min-height: 0; }
 table { table-layout: fixed; border-collapse: separate; border-spacing: 0; font: inherit; }
 th, td {
-  box-sizing: border-box; padding: 0 ${cellPadding}px; overflow: hidden; text-overflow: ellipsis; white-space: pre;
+  box-sizing: border-box; padding: 0 var(--_padding); overflow: hidden; text-overflow: ellipsis; white-space: pre;
   text-align: start; vertical-align: middle; font-weight: inherit;
   color: var(--_cell-text); background-color: var(--_cell-ground);
   border: 0 solid var(--_line); border-block-end-width: var(--_across); border-inline-end-width: var(--_down);
@@ -104,15 +91,15 @@ tbody > tr:hover > :not(.heat, [aria-selected=true]) {
 [aria-sort]::after { font-size: .75em; }
 [aria-sort=ascending]::after { content: " \\25B2"; content: " \\25B2" / ""; }
 [aria-sort=descending]::after { content: " \\25BC"; content: " \\25BC" / ""; }
-[data-dragged] { opacity: .5; }
+[data-dragged] { color: color-mix(in srgb, var(--_text) 50%, var(--_ground)); }
 [data-drop="columns before"] { box-shadow: inset 3px 0 var(--_accent); }
 [data-drop="columns after"] { box-shadow: inset -3px 0 var(--_accent); }
 [data-drop="rows before"] { box-shadow: inset 0 3px var(--_accent); }
 [data-drop="rows after"] { box-shadow: inset 0 -3px var(--_accent); }
 
 .cell-box {
-  box-sizing: border-box; width: calc(100% + ${2 * cellPadding}px); margin-inline: -${cellPadding}px;
-  padding: 0 ${cellPadding - 2}px; height: 100%; font: inherit; text-align: inherit;
+  box-sizing: border-box; width: calc(100% + 2 * var(--_padding)); margin-inline: calc(-1 * var(--_padding));
+  padding: 0 calc(var(--_padding) - 2px); height: 100%; font: inherit; text-align: inherit;
   color: var(--_cell-text); background: var(--_cell-ground); border: 2px solid var(--_accent); outline: none;
 }
 
@@ -132,10 +119,12 @@ tbody > tr:hover > :not(.heat, [aria-selected=true]) {
   tbody > tr:hover > * { background-image: none; }
 }
 @media print {
-  .grid-box, .grid-scroll { display: block; height: auto; overflow: visible; }
-  table { table-layout: auto; width: 100% !important; }
+  .grid-box, .grid-clip, .grid-scroll { display: block; height: auto; }
+  .grid-box, .grid-clip, .grid-scroll { margin: 0 !important; overflow: visible !important; }
+  .grid-box { container-type: inline-size; }
+  table { table-layout: auto; width: 100% !important; font-size: min(1em, 100cqi / var(--_ems)); }
   col { width: auto !important; }
-  th, td { position: static !important; padding-inline: 5px; white-space: pre-wrap; overflow-wrap: break-word; }
+  th, td { position: static !important; padding-inline: .4em; white-space: pre-wrap; overflow-wrap: break-word; }
   td.number { white-space: pre; }
   .heat, .heat-bar, [aria-selected=true] { print-color-adjust: exact; }
   tr { break-inside: avoid; }

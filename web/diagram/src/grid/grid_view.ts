@@ -1,18 +1,20 @@
 // One table on show: its nodes, its sizes, and the place in it that is active.
 import type { Scene } from "../charts/chart.ts";
-import type { Table } from "../data/table.ts";
-import type { PartHost } from "../parts/part.ts";
-import { selectionTest } from "../parts/selection.ts";
-import { adoptStyle } from "../parts/style_sheet.ts";
-import { textsFor } from "../parts/texts.ts";
-import { type Arrangement, type Axis, cellAt, freshArrangement, sameTable } from "./arrangement.ts";
+import type { PartHost } from "../host/part.ts";
+import type { CellPlace } from "../charts/chart.ts";
+import { selectionTest } from "../host/selection.ts";
+import { adoptStyle } from "../host/style_sheet.ts";
+import { textsFor } from "../host/texts.ts";
+import { type Arrangement, type Axis, freshArrangement, sameTable } from "./arrangement.ts";
+import { CellTyping } from "./cell_typing.ts";
 import { listenToReader } from "./grid_actions.ts";
 import { gridStyle, setColours } from "./grid_style.ts";
-import { heatScale } from "./heat.ts";
+import { sameScale } from "./heat.ts";
 import { heatLegend } from "./heat_legend.ts";
-import { type GridModel, heatTable, type Position } from "./model.ts";
-import { bodyRow, cellOf, headRows, markSelected, markSelectedLabels, positionOf } from "./nodes.ts";
-import { RowFiller } from "./row_filler.ts";
+import { type GridModel, modelOf, type Position } from "./model.ts";
+import { bodyRow, cellOf, headRows, markSelected, markSelectedLabels, positionOf, refill } from "./nodes.ts";
+import { RowPieces } from "./row_pieces.ts";
+import { ScrollBars } from "./scroll_bars.ts";
 import { applySizes, type Room, setRowHeights } from "./size_nodes.ts";
 import { type Measure, neededWidth, type Sizes, sizesOf } from "./sizes.ts";
 import { textMeasure } from "./text_measure.ts";
@@ -24,11 +26,15 @@ export class GridView {
   readonly host: PartHost;
   private readonly box = document.createElement("div");
   private readonly scroller = document.createElement("div");
+  private readonly bars = new ScrollBars(this.scroller);
   readonly table = document.createElement("table");
-  private readonly body = this.table.createTBody();
-  private readonly filler = new RowFiller();
+  private body = this.table.createTBody();
+  private readonly filler = new RowPieces();
+  private readonly painter = new RowPieces();
   private readonly stop = new AbortController();
   private readonly watch: ResizeObserver;
+  /** What the reader types. */
+  readonly typing: CellTyping;
   /** Null before the first scene. */
   model: GridModel | null = null;
   /** The place that the Tab key reaches. */
@@ -40,13 +46,17 @@ export class GridView {
 
   constructor(host: PartHost) {
     this.host = host;
+    this.typing = new CellTyping(this);
     adoptStyle(host.root, gridStyle);
     this.box.className = "grid-box";
     this.scroller.className = "grid-scroll";
     this.table.setAttribute("part", "grid");
     this.table.setAttribute("role", "grid");
     this.scroller.append(this.table);
-    this.box.append(this.scroller);
+    const clip = document.createElement("div");
+    clip.className = "grid-clip";
+    clip.append(this.scroller);
+    this.box.append(clip);
     host.drawing.append(this.box);
     this.watch = new ResizeObserver(() => this.fitRoom());
     this.watch.observe(this.scroller);
@@ -54,13 +64,18 @@ export class GridView {
     this.table.addEventListener("pointerover", (event) => showWhole(event.target), { signal });
     this.table.addEventListener("focusin", (event) => this.followFocus(event.target), { signal });
     // A page that is printed has all rows.
-    window.addEventListener("beforeprint", () => this.filler.finish(), { signal });
+    window.addEventListener("beforeprint", () => {
+      this.filler.finish();
+      this.painter.finish();
+    }, { signal });
     listenToReader(this, this.stop.signal);
   }
 
   dispose(): void {
     this.stop.abort();
+    this.typing.abandon();
     this.filler.stop();
+    this.painter.stop();
     this.watch.disconnect();
     this.box.remove();
   }
@@ -70,10 +85,9 @@ export class GridView {
     const before = this.model?.scene;
     if (!this.arrangement || !before || !sameTable(before.table, scene.table)) {
       this.arrangement = freshArrangement(scene.table);
-      this.active = { row: 0, column: 0 };
     }
     if (before && looksAlike(before, scene)) this.showSelection(scene);
-    else this.draw(scene);
+    else this.typing.carryOver(() => this.draw(scene));
   }
 
   // --- Drawing.
@@ -81,31 +95,63 @@ export class GridView {
   private draw(scene: Scene): void {
     const arrangement = this.arrangement ?? freshArrangement(scene.table);
     const hadFocus = this.hasFocus();
-    const { style, look } = scene;
-    this.measure = textMeasure(look);
+    this.measure = textMeasure(scene.look);
     this.needs.clear();
-    setColours(this.box, scene);
+    this.bars.set(scene.style);
     this.room = this.roomNow();
-    const model: GridModel = this.model = {
-      scene, arrangement, sizes: this.settledSizes(scene, arrangement),
-      heat: style.DiagramType === heatTable ? heatScale(shownTable(scene, arrangement), look) : null,
-      numeric: numericColumns(scene, arrangement),
-      selected: selectionTest(scene.selection),
-    };
+    const model = this.model = modelOf(scene, arrangement, this.settledSizes(scene, arrangement));
+    setColours(this.box, scene, model.negative);
     this.describe(model);
     this.fillHead(model);
-    this.filler.start(this.body, arrangement.rows.length, arrangement.columns.length,
-      (position) => bodyRow(this.model ?? model, position));
-    this.box.querySelector(".heat-legend")?.remove();
-    const legend = heatLegend(model, textsFor(this.host.element));
-    if (legend) this.box.append(legend);
+    this.fillBody(model);
+    this.showLegend(model);
     applySizes(this.table, this.scroller, model, this.room);
     this.showActive(hadFocus);
   }
 
   /** Draws anew what the reader has arranged. */
   redraw(): void {
-    if (this.model) this.draw(this.model.scene);
+    const { model } = this;
+    if (model) this.typing.carryOver(() => this.draw(model.scene));
+  }
+
+  /**
+   * Shows what the reader has typed into a cell, and what hangs on it. The nodes stay: a click that ends the typing has
+   * already gone down on one of them.
+   */
+  showEdit(place: CellPlace): void {
+    const before = this.model;
+    if (!before) return;
+    this.needs.delete(place.column);
+    const model = this.model = modelOf(before.scene, before.arrangement, before.sizes);
+    this.layOut("rows");
+    const { rows, columns } = model.arrangement;
+    const [row, column] = [rows.indexOf(place.row), columns.indexOf(place.column)];
+    const hasTurned = before.numeric.has(place.column) !== model.numeric.has(place.column);
+    refill(this.table, model, hasTurned ? rows.keys() : [row], [column]);
+    if (sameScale(before.heat, model.heat)) return;
+    this.showLegend(model);
+    this.painter.start(rows.length, columns.length, (from, to) =>
+      refill(this.table, this.model ?? model, range(from, to), [...columns.keys()]));
+  }
+
+  private showLegend(model: GridModel): void {
+    this.box.querySelector(".heat-legend")?.remove();
+    const legend = heatLegend(model, textsFor(this.host.element));
+    if (legend) this.box.append(legend);
+  }
+
+  // A new body in the place of the old one: rows that are taken away one by one can call us back while we do it.
+  private fillBody(model: GridModel): void {
+    const body = document.createElement("tbody");
+    const { rows, columns } = model.arrangement;
+    this.painter.stop();
+    this.filler.start(rows.length, columns.length, (from, to) =>
+      body.append(...range(from, to).map((position) => bodyRow(this.model ?? model, position))));
+    // Who has scrolled down stays there.
+    if (this.scroller.scrollTop > 0) this.filler.finish();
+    this.body.replaceWith(body);
+    this.body = body;
   }
 
   private fillHead(model: GridModel): void {
@@ -113,7 +159,7 @@ export class GridView {
     const rows = headRows(model);
     if (rows.length === 0) return;
     this.table.createTHead().append(...rows);
-    markSelectedLabels(rows[rows.length - 1], model);
+    markSelectedLabels(this.table, model);
   }
 
   private describe(model: GridModel): void {
@@ -138,7 +184,7 @@ export class GridView {
       // A whole column that comes or goes changes all rows.
       if (row && (changed.has(-1) || changed.has(index))) markSelected(row, model, index);
     });
-    markSelectedLabels(this.table.tHead?.rows[this.table.tHead.rows.length - 1], model);
+    markSelectedLabels(this.table, model);
     this.fitRoom();
   }
 
@@ -160,7 +206,8 @@ export class GridView {
   private fitRoom(): void {
     const room = this.roomNow();
     if (room.width === 0 || (room.width === this.room.width && room.height === this.room.height)) return;
-    this.room = room;
+    this.bars.fit();
+    this.room = this.roomNow();
     this.layOut("columns");
   }
 
@@ -219,6 +266,13 @@ export class GridView {
     };
   }
 
+  /** Where a cell of the table is on show; null where there is no such cell. */
+  positionOfPlace(place: CellPlace): Position | null {
+    const { rows = [], columns = [] } = this.arrangement ?? {};
+    const [row, column] = [rows.indexOf(place.row), columns.indexOf(place.column)];
+    return row < 0 || column < 0 ? null : { row, column };
+  }
+
   /** The node on show at a position. */
   cell(position: Position): HTMLTableCellElement | undefined {
     if (this.model && position.row >= this.body.rows.length) this.filler.finish();
@@ -268,30 +322,14 @@ export class GridView {
   }
 }
 
+function range(from: number, to: number): number[] {
+  return Array.from({ length: to - from }, (_, index) => from + index);
+}
+
 /** Whether a second scene differs from the first in its size and selection at most. */
 function looksAlike(one: Scene, other: Scene): boolean {
   const looks = (scene: Scene): string => JSON.stringify([scene.style, scene.look]);
   return one.format === other.format && looks(one) === looks(other) && sameTable(one.table, other.table);
-}
-
-/** The table as the reader has left it, for what depends on all values. */
-function shownTable(scene: Scene, arrangement: Arrangement): Table {
-  const { table } = scene;
-  if (arrangement.edits.size === 0) return table;
-  return { ...table, cells: table.cells.map((cells, row) => cells.map((_, column) =>
-    cellAt(table, arrangement, row, column))) };
-}
-
-/** The columns that hold more numbers than texts. */
-function numericColumns({ table }: Scene, arrangement: Arrangement): Set<number> {
-  const isNumeric = (column: number): boolean => {
-    const lead = table.cells.reduce((sum, _, row) => {
-      const cell = cellAt(table, arrangement, row, column);
-      return sum + (cell.number !== null ? 1 : cell.text.trim() !== "" ? -1 : 0);
-    }, 0);
-    return lead > 0;
-  };
-  return new Set(table.columnLabels.map((_, column) => column).filter(isNumeric));
 }
 
 /** A text that is cut off shows whole in the browser's own tip. */

@@ -1,8 +1,13 @@
-// All that a grid's nodes are made from.
+// All that a table's nodes, or its picture, are made from: every decision about its look that hangs on more than one
+// cell.
 import type { Scene } from "../charts/chart.ts";
+import type { Cell, Table } from "../data/table.ts";
+import { selectionTest } from "../host/selection.ts";
+import { heatTable } from "../settings/diagram_types.ts";
 import type { Style } from "../settings/style.ts";
-import type { Arrangement, Axis } from "./arrangement.ts";
-import type { HeatScale } from "./heat.ts";
+import { type Arrangement, type Axis, cellAt } from "./arrangement.ts";
+import { readableOn } from "../look/colours.ts";
+import { type HeatScale, heatScale } from "./heat.ts";
 import type { Sizes } from "./sizes.ts";
 
 export interface GridModel {
@@ -13,7 +18,60 @@ export interface GridModel {
   readonly heat: HeatScale | null;
   /** Columns that hold mostly numbers, by the table's count: their labels stand over the numbers' ends. */
   readonly numeric: ReadonlySet<number>;
+  /** The colour of negative values' texts where no heat colours them. */
+  readonly negative: string;
   readonly selected: (row: number, column: number) => boolean;
+}
+
+/** What a scene comes to with what the reader has done to the table. */
+export function modelOf(scene: Scene, arrangement: Arrangement, sizes: Sizes): GridModel {
+  const { style, look, selection } = scene;
+  return {
+    scene,
+    arrangement,
+    sizes,
+    heat: style.DiagramType === heatTable ? heatScale(shownTable(scene, arrangement), look) : null,
+    numeric: numericColumns(scene, arrangement),
+    negative: look.negative === null ? look.plotText : readableOn(look.plotGround, look.negative),
+    selected: selectionTest(selection),
+  };
+}
+
+/** How a cell shows by itself, selected or not. */
+export interface CellLook {
+  readonly text: string;
+  /** It stands at the right, as numbers do. */
+  readonly isNumber: boolean;
+  readonly isNegative: boolean;
+  /** The heat's colours; null where it has none. */
+  readonly heat: { readonly ground: string; readonly text: string } | null;
+}
+
+/** The look of a cell; row and column by the table's count. */
+export function cellLook(model: GridModel, row: number, column: number): CellLook {
+  const { scene, arrangement, heat, numeric } = model;
+  const { text, number } = cellAt(scene.table, arrangement, row, column);
+  return {
+    text: scene.format.text(text),
+    isNumber: number !== null || numeric.has(column),
+    isNegative: number !== null && number < 0,
+    heat: number === null ? null : heat?.coloursOf(number) ?? null,
+  };
+}
+
+/** The table as the reader has left it, for what depends on all values. */
+function shownTable({ table }: Scene, arrangement: Arrangement): Table {
+  if (arrangement.edits.size === 0) return table;
+  return { ...table, cells: table.cells.map((cells, row) => cells.map((_, column) =>
+    cellAt(table, arrangement, row, column))) };
+}
+
+/** The columns that hold more numbers than texts. */
+function numericColumns({ table }: Scene, arrangement: Arrangement): Set<number> {
+  const weight = (cell: Cell): number => (cell.number !== null ? 1 : cell.text.trim() !== "" ? -1 : 0);
+  const isNumeric = (column: number): boolean =>
+    table.cells.reduce((lead, _, row) => lead + weight(cellAt(table, arrangement, row, column)), 0) > 0;
+  return new Set(table.columnLabels.map((_, column) => column).filter(isNumeric));
 }
 
 /** A place on show, counted in the order that the reader sees; -1: the labels. */
@@ -47,10 +105,3 @@ export function isResizable(style: Style, axis: Axis): boolean {
 export function fixedCount(style: Style, axis: Axis): number {
   return Math.max(style[axisSettings[axis].fixed], 0);
 }
-
-/** The types that are drawn as a table. */
-export function isTable(type: number): boolean {
-  return type === 9 || type === heatTable;
-}
-
-export const heatTable = 11;

@@ -1,13 +1,11 @@
 // The nodes of a grid: a plain table, made from the model row by row.
-import { cellAt } from "./arrangement.ts";
-import { fixedCount, type GridModel, type Position } from "./model.ts";
+import { cellLook, fixedCount, type GridModel, type Position } from "./model.ts";
 
 /** Makes the rows above the data: the title of the columns, and their labels. */
 export function headRows(model: GridModel): HTMLTableRowElement[] {
-  const { style, table } = model.scene;
   const rows: HTMLTableRowElement[] = [];
-  if (style.ShowColTitle && table.columnTitle !== "") rows.push(titleRow(model));
-  if (style.showColLabels) rows.push(labelRow(model));
+  if (model.sizes.titleHeight > 0) rows.push(titleRow(model));
+  if (model.sizes.labelHeight > 0) rows.push(labelRow(model));
   return rows;
 }
 
@@ -77,15 +75,33 @@ export function bodyRow(model: GridModel, position: number): HTMLTableRowElement
 
 /** Writes a cell's text and colours. */
 export function fillCell(node: HTMLTableCellElement, model: GridModel, row: number, column: number): void {
-  const cell = cellAt(model.scene.table, model.arrangement, row, column);
-  node.textContent = model.scene.format.text(cell.text);
-  const heat = cell.number === null ? undefined : model.heat?.coloursOf(cell.number);
-  node.classList.toggle("number", cell.number !== null || model.numeric.has(column));
-  node.classList.toggle("negative", cell.number !== null && cell.number < 0);
-  node.classList.toggle("heat", heat !== undefined);
+  const { text, isNumber, isNegative, heat } = cellLook(model, row, column);
+  if (node.childElementCount > 0 || node.textContent !== text) node.textContent = text;
+  node.classList.toggle("number", isNumber);
+  node.classList.toggle("negative", isNegative);
+  node.classList.toggle("heat", heat !== null);
   if (!heat) return;
   node.style.setProperty("--_heat", heat.ground);
   node.style.setProperty("--_heat-text", heat.text);
+}
+
+/** Writes cells anew that have a node, at these positions. */
+export function refill(
+  table: HTMLTableElement, model: GridModel, rows: Iterable<number>, columns: readonly number[],
+): void {
+  const { arrangement, sizes } = model;
+  const first = sizes.labelWidth > 0 ? 1 : 0;
+  const labels = labelRowOf(table);
+  const entries = columns.map((place) => arrangement.columns[place] ?? 0);
+  columns.forEach((place, index) =>
+    labels?.cells[place + first]?.classList.toggle("number", model.numeric.has(entries[index] ?? 0)));
+  for (const position of rows) {
+    const row = table.tBodies[0]?.rows[position];
+    columns.forEach((place, index) => {
+      const node = row?.cells[place + first];
+      if (node) fillCell(node, model, arrangement.rows[position] ?? 0, entries[index] ?? 0);
+    });
+  }
 }
 
 /** Marks what is selected in a row of data, the table's `index`th. */
@@ -95,9 +111,15 @@ export function markSelected(row: HTMLTableRowElement, model: GridModel, index: 
   model.arrangement.columns.forEach((column, place) => mark(row.cells[place + first], model.selected(index, column)));
 }
 
-export function markSelectedLabels(row: HTMLTableRowElement | undefined, model: GridModel): void {
+/** Marks which columns are selected, at their labels. */
+export function markSelectedLabels(table: HTMLTableElement, model: GridModel): void {
   const first = model.sizes.labelWidth > 0 ? 1 : 0;
+  const row = labelRowOf(table);
   model.arrangement.columns.forEach((column, place) => mark(row?.cells[place + first], model.selected(-1, column)));
+}
+
+function labelRowOf(table: HTMLTableElement): HTMLTableRowElement | null | undefined {
+  return table.tHead?.querySelector<HTMLTableRowElement>(".label-row");
 }
 
 function mark(cell: HTMLTableCellElement | undefined, selected: boolean): void {
@@ -139,7 +161,6 @@ export function positionOf(cell: HTMLTableCellElement, model: GridModel): Positi
 export function cellOf(
   table: HTMLTableElement, model: GridModel, position: Position,
 ): HTMLTableCellElement | undefined {
-  const row = position.row < 0
-    ? table.tHead?.querySelector<HTMLTableRowElement>(".label-row") : table.tBodies[0]?.rows[position.row];
+  const row = position.row < 0 ? labelRowOf(table) : table.tBodies[0]?.rows[position.row];
   return row?.cells[position.column + (model.sizes.labelWidth > 0 ? 1 : 0)];
 }

@@ -14,7 +14,7 @@ export interface Room {
  * `room` is what of the table is in view; reading it here would make the browser lay the table out once more.
  */
 export function applySizes(table: HTMLTableElement, scroller: HTMLElement, model: GridModel, room: Room): void {
-  const { sizes: { labelWidth, labelHeight, columnWidths }, scene } = model;
+  const { sizes: { labelWidth, labelHeight, titleHeight, columnWidths, padding, needed }, scene } = model;
   const widths = labelWidth > 0 ? [labelWidth, ...columnWidths] : columnWidths;
   const group = document.createElement("colgroup");
   group.append(...widths.map((width) => {
@@ -25,9 +25,11 @@ export function applySizes(table: HTMLTableElement, scroller: HTMLElement, model
   table.querySelector("colgroup")?.remove();
   table.prepend(group);
   table.style.width = `${widths.reduce((sum, width) => sum + width, 0)}px`;
+  table.style.setProperty("--_padding", `${padding}px`);
+  // Paper cannot be scrolled: there, the texts of a table that is too wide for it are smaller.
+  table.style.setProperty("--_ems", String(needed / scene.look.fontSize));
 
   const titleRow = table.querySelector<HTMLElement>(".title-row");
-  const titleHeight = titleRow ? labelHeight || scene.style.ColLabelHeight : 0;
   // The labels stay under the title, so its height must be the one reckoned with.
   if (titleRow) titleRow.style.height = `${titleHeight}px`;
   const rowEnds = ends(titleHeight + labelHeight, fixedCount(scene.style, "rows"), model.sizes.rowHeight);

@@ -1,5 +1,6 @@
 // How wide columns are and how high rows.
 import type { Scene } from "../charts/chart.ts";
+import { extent } from "../data/extent.ts";
 import type { Style } from "../settings/style.ts";
 import { type Arrangement, type Axis, cellAt } from "./arrangement.ts";
 import { labelAction } from "./model.ts";
@@ -9,8 +10,14 @@ export interface Sizes {
   /** 0: no row labels. */
   readonly labelWidth: number;
   readonly columnWidths: readonly number[];
+  /** Beside a cell's text, on either side: less than usual where columns that share the width need it. */
+  readonly padding: number;
+  /** What labels and columns would do with, however wide they are. */
+  readonly needed: number;
   /** 0: no column labels. */
   readonly labelHeight: number;
+  /** Of the line over the labels with their title; 0: none. */
+  readonly titleHeight: number;
   rowHeight(position: number): number;
 }
 
@@ -20,6 +27,7 @@ export type Measure = (text: string, bold: boolean) => number;
 export const cellPadding = 8;
 /** How much farther from the edge row labels stand, under a caption's first letter. */
 export const labelIndent = 6;
+const leastPadding = 3;
 const widest = 320;
 const narrowest = 16;
 // The widest text is looked for among the longest ones: measuring all of a large table takes too long.
@@ -41,15 +49,20 @@ export interface SizeInput {
 }
 
 export function sizesOf(input: SizeInput): Sizes {
-  const { scene, arrangement } = input;
-  const { style } = scene;
+  const { scene, arrangement, needOf } = input;
+  const { style, table } = scene;
   const labelWidth = style.showRowLabels ? labelColumnWidth(input) : 0;
-  const labelHeight = arrangement.sizes.rows.get(-1)
-    ?? Math.max(style.ColLabelHeight, textHeight(scene, scene.table.columnLabels));
+  const labelHeight = !style.showColLabels ? 0
+    : arrangement.sizes.rows.get(-1) ?? Math.max(style.ColLabelHeight, textHeight(scene, table.columnLabels));
+  const hasTitle = style.ShowColTitle && table.columnTitle !== "";
+  const padding = paddingWithin(input, input.available - labelWidth);
   return {
     labelWidth,
-    columnWidths: columnWidths(input, input.available - labelWidth),
-    labelHeight: style.showColLabels ? labelHeight : 0,
+    columnWidths: columnWidths(input, input.available - labelWidth, 2 * (cellPadding - padding)),
+    padding,
+    needed: arrangement.columns.reduce((sum, column) => sum + needOf(column), labelWidth),
+    labelHeight,
+    titleHeight: hasTitle ? Math.max(labelHeight || style.ColLabelHeight, textHeight(scene, [table.columnTitle])) : 0,
     rowHeight: rowHeights(scene, arrangement),
   };
 }
@@ -66,14 +79,24 @@ function labelColumnWidth({ scene, arrangement, measure, needOf, available }: Si
   return Math.max(style.RowLabelWidth, Math.min(need, widest, Math.max(left, available * leastLabels)));
 }
 
-function columnWidths({ scene, arrangement, needOf }: SizeInput, available: number): number[] {
+function paddingWithin({ scene, arrangement, needOf }: SizeInput, available: number): number {
+  const { columns } = arrangement;
+  if (!scene.style.AutoResize || columns.length === 0) return cellPadding;
+  const excess = columns.reduce((sum, column) => sum + needOf(column), -available);
+  const less = Math.ceil(excess / columns.length / 2);
+  return Math.min(Math.max(cellPadding - less, leastPadding), cellPadding);
+}
+
+/** `saved` is what a column does not need of its padding. */
+function columnWidths({ scene, arrangement, needOf }: SizeInput, available: number, saved: number): number[] {
   const { style } = scene;
   const set = arrangement.columns.map((column) => arrangement.sizes.columns.get(column));
-  const needs = arrangement.columns.map((column, position) => set[position] ?? needOf(column));
+  const needs = arrangement.columns.map((column, position) => set[position] ?? needOf(column) - saved);
   const widths = style.AutoResize ? shared(needs, set, available) : needs.map((need) => Math.max(need, 0));
   const least = style.AutoResize ? 0 : style.DefaultColWidth;
   const settled = widths.map((width, position) => set[position] ?? Math.max(width, least));
-  return style.EqualCols ? settled.map(() => Math.max(...settled)) : settled;
+  const { greatest } = extent(settled);
+  return style.EqualCols ? settled.map(() => greatest) : settled;
 }
 
 /**
@@ -112,7 +135,8 @@ export function neededWidth(scene: Scene, arrangement: Arrangement, column: numb
 function widestOf(texts: readonly string[], bold: boolean, measure: Measure): number {
   const lines = texts.some((text) => text.includes("\n")) ? texts.flatMap((text) => text.split("\n")) : texts;
   const longest = [...new Set(lines)].sort((a, b) => b.length - a.length).slice(0, measured);
-  return Math.ceil(Math.max(0, ...longest.map((text) => measure(text, bold)))) + 2 * cellPadding + 1;
+  const most = longest.reduce((width, text) => Math.max(width, measure(text, bold)), 0);
+  return Math.ceil(most) + 2 * cellPadding + 1;
 }
 
 function signRoom(style: Style, axis: Axis): number {

@@ -13,10 +13,12 @@ export interface Look {
   readonly selectionGround: string;
   /** For the texts of negative values; null: as all others. */
   readonly negative: string | null;
-  /** The colours of the series, in order; what has more series begins anew. */
+  /** The colours of the series, in order; see `seriesColor` for charts that have more. */
   readonly palette: readonly string[];
-  /** For the only series of a chart, and for drawn curves. */
+  /** For the only series of a chart. */
   readonly curve: string;
+  /** For curves drawn through or over a series; null: a shade of the series' own colour. */
+  readonly drawnCurve: string | null;
   readonly fontFamily: string;
   readonly fontSize: number;
   readonly fontWeight: "normal" | "bold";

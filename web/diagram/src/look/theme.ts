@@ -1,5 +1,5 @@
 // Settles the colours and fonts of a drawing: the style's own, the page's custom properties, the reader's scheme.
-import { contrast, rgbOf } from "../grid/colours.ts";
+import { contrast, readableOn, rgbOf } from "./colours.ts";
 import type { Style } from "../settings/style.ts";
 import type { Look } from "./look.ts";
 import { dark, light, type SchemeColours } from "./palette.ts";
@@ -60,6 +60,9 @@ function ownLook(style: Style, reading: Reading): Look {
   const onPlot = onDark ? dark : light;
   const palette = onPlot.palette.map((own, index) => custom(paletteProperties[index] ?? "") ?? own);
   const quiet = onPlot.plotText;
+  // An author who left the ground to the reader has chosen colours of texts for a white one.
+  const legible = (color: string | null): string | null =>
+    (color !== null && plotFollows && reading.dark ? readableOn(plotGround, color) : color);
   return {
     text,
     ground,
@@ -69,13 +72,11 @@ function ownLook(style: Style, reading: Reading): Look {
       ? custom("--plexoras-grid") ?? onPlot.grid
       : colourOf(style.GridColor) ?? onPlot.grid,
     cross: isName(style.CrossColor, "gray") ? quiet : colourOf(style.CrossColor) ?? quiet,
-    tag: isName(style.TagColor, "black") ? plotText : colourOf(style.TagColor) ?? plotText,
+    tag: isName(style.TagColor, "black") ? plotText : legible(colourOf(style.TagColor)) ?? plotText,
     ...selection(style, palette, onPlot),
-    negative: colourOf(style.negativeForeColor),
+    negative: legible(colourOf(style.negativeForeColor)),
     palette,
-    curve: isName(style.CurveColor, "navy")
-      ? palette[0] ?? "navy"
-      : colourOf(style.CurveColor) ?? palette[0] ?? "navy",
+    ...curves(style, palette),
     ...font(style, reading),
     dark: onDark,
     patterns: reading.patterns,
@@ -99,11 +100,17 @@ function forcedLook(style: Style, reading: Reading): Look {
     negative: null,
     palette,
     curve: palette[0] ?? "CanvasText",
+    drawnCurve: "CanvasText",
     ...font(style, reading),
     dark: reading.dark,
     patterns: true,
     still: reading.still,
   };
+}
+
+function curves(style: Style, palette: readonly string[]): Pick<Look, "curve" | "drawnCurve"> {
+  const own = isName(style.CurveColor, "navy") ? null : colourOf(style.CurveColor);
+  return { curve: own ?? palette[0] ?? "navy", drawnCurve: own };
 }
 
 function selection(

@@ -1,14 +1,13 @@
 // The commands that the element knows itself: what menu entries of type "java" can do.
+import { csvOf, tabTextOf } from "../data/table_text.ts";
+import { announce } from "../host/announcer.ts";
+import type { PartHost } from "../host/part.ts";
+import { type TextName, textsFor } from "../host/texts.ts";
 import type { MenuEntry } from "../settings/menu.ts";
-import { announce } from "./announcer.ts";
 import { copyText } from "./clipboard.ts";
 import { showDataTable } from "./data_dialog.ts";
-import { figureName } from "./figure.ts";
-import type { PartHost } from "./part.ts";
-import { fileNameOf, pngAddress, saveAs, svgAddress, svgOf, svgOfTable } from "./picture.ts";
+import { fileNameOf, pngAddress, saveAs, svgAddress, svgOf, svgOfTable } from "./picture_file.ts";
 import { printAlone } from "./print.ts";
-import { csvOf, tabTextOf } from "./table_text.ts";
-import { type TextName, textsFor } from "./texts.ts";
 
 const pngScale = 2;
 
@@ -23,7 +22,8 @@ const commands = new Map<string, Command>(Object.entries<Command>({
   },
   savePicture: async (host, option) => {
     const scene = host.scene();
-    const svg = svgOf(host.drawing, scene.look.ground) ?? svgOfTable(scene, figureName(host.element));
+    const svg = host.withAll(() => svgOf(host.drawing, scene.look.ground))
+      ?? svgOfTable(scene, host.name, textsFor(host.element));
     if (option === "png") saveAs(`${fileName(host)}.png`, await pngAddress(svg, pngScale));
     else saveAs(`${fileName(host)}.svg`, svgAddress(svg));
   },
@@ -36,12 +36,10 @@ const commands = new Map<string, Command>(Object.entries<Command>({
   fullScreen: (host) => (document.fullscreenElement ? document.exitFullscreen() : host.element.requestFullscreen()),
 }));
 
-/** Runs the command that a menu entry's param names; false if there is none of this name. */
-export async function runCommand(host: PartHost, param: string): Promise<boolean> {
+/** Runs the command that a menu entry's param names; one of a name that we do not know is left to the page. */
+export async function runCommand(host: PartHost, param: string): Promise<void> {
   const [name = "", option = ""] = param.split(":");
-  const command = commands.get(name);
-  await command?.(host, option);
-  return command !== undefined;
+  await commands.get(name)?.(host, option);
 }
 
 /** The menu of a chart without one of its own: all commands that make sense for it. */

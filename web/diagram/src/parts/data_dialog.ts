@@ -1,53 +1,76 @@
 // A chart's data as a table, in a window over the page.
 import type { Scene } from "../charts/chart.ts";
 import { mountGrid } from "../grid/grid.ts";
-import type { PartHost } from "./part.ts";
+import { announce } from "../host/announcer.ts";
+import type { Part, PartHost } from "../host/part.ts";
+import { adoptStyle } from "../host/style_sheet.ts";
+import { textsFor } from "../host/texts.ts";
 import { partsStyle } from "./parts_style.ts";
-import { adoptStyle } from "./style_sheet.ts";
-import { textsFor } from "./texts.ts";
 
-/** Shows the data of what is on show until the reader closes the window. */
+// What happens in the window is the window's: the chart behind it would take it for its own.
+const ownEvents = ["keydown", "pointerdown", "contextmenu"] as const;
+
+/** Shows the data of what is on show until the reader closes the window, or the drawing goes. */
 export function showDataTable(host: PartHost): void {
-  const texts = textsFor(host.element);
   adoptStyle(host.root, partsStyle);
   const dialog = document.createElement("dialog");
   dialog.className = "data-dialog";
   const box = document.createElement("div");
   box.className = "data-box";
   const title = document.createElement("h2");
-  title.textContent = host.root.querySelector("[part~=caption]")?.textContent || texts("table");
-  const close = document.createElement("button");
-  close.type = "button";
-  close.textContent = texts("close");
-  close.addEventListener("click", () => dialog.close());
-  const head = document.createElement("div");
-  head.className = "data-head";
-  head.append(title, close);
-  dialog.append(head, box);
-  dialog.setAttribute("aria-label", title.textContent);
-  const { look } = host.scene();
-  dialog.style.font = `${look.fontSize}px ${look.fontFamily}`;
-  dialog.style.colorScheme = look.dark ? "dark" : "light";
+  dialog.append(headOf(host, dialog, title), box);
   host.root.append(dialog);
-
-  const scene = (): Scene => tableScene(host.scene());
-  const nothing = (): void => {};
-  const grid = mountGrid({
-    element: host.element, root: host.root, drawing: box, scene,
-    select: nothing, showSeries: nothing, highlight: nothing, command: nothing, redraw: nothing,
-  });
+  const grid = mountGrid({ ...gridHost(host), drawing: box });
+  const part: Part = {
+    update(scene) {
+      const { look } = scene;
+      title.textContent = host.root.querySelector("[part~=caption]")?.textContent || textsFor(host.element)("table");
+      dialog.setAttribute("aria-label", title.textContent);
+      dialog.style.font = `${look.fontSize}px ${look.fontFamily}`;
+      dialog.style.colorScheme = look.dark ? "dark" : "light";
+      grid.update(tableScene(scene));
+    },
+    dispose() {
+      grid.dispose();
+      dialog.remove();
+    },
+  };
+  const leave = host.join(part);
   dialog.addEventListener("close", () => {
-    grid.dispose();
-    dialog.remove();
+    leave();
+    part.dispose();
   });
   // In the window Escape does not leave the table alone.
   dialog.addEventListener("keydown", (event) => {
     if (event.key === "Escape") dialog.close();
   }, { capture: true });
-  // Keys in the window are not keys of the chart behind it.
-  dialog.addEventListener("keydown", (event) => event.stopPropagation());
+  for (const type of ownEvents) dialog.addEventListener(type, (event) => event.stopPropagation());
   dialog.showModal();
-  grid.update(scene());
+  part.update(host.scene());
+  // Screen readers heed a live region only if it was there before its text.
+  announce(host.root, "");
+}
+
+function headOf(host: PartHost, dialog: HTMLDialogElement, title: HTMLElement): HTMLElement {
+  const close = document.createElement("button");
+  close.type = "button";
+  close.textContent = textsFor(host.element)("close");
+  close.addEventListener("click", () => dialog.close());
+  const head = document.createElement("div");
+  head.className = "data-head";
+  head.append(title, close);
+  return head;
+}
+
+/** What the table in the window can do of the chart: look at its data. */
+function gridHost(host: PartHost): PartHost {
+  const { element, root, drawing, name } = host;
+  const nothing = (): void => {};
+  return {
+    element, root, drawing, name, isPrinting: false, scene: () => tableScene(host.scene()),
+    select: nothing, showSeries: nothing, highlight: nothing, command: nothing, redraw: nothing, join: () => nothing,
+    withAll: (act) => act(),
+  };
 }
 
 /** The same data as a plain table that can be sorted. */

@@ -4,10 +4,9 @@ export const partsStyle = `
 .plexoras-live {
   position: absolute; width: 1px; height: 1px; overflow: hidden; clip-path: inset(50%); white-space: nowrap;
 }
-.walker { position: absolute; inset: 0; outline: none; }
-.walker:focus ~ * > .frame::after {
-  content: ""; position: absolute; inset: 0; z-index: 5; border: 2px solid var(--_accent); pointer-events: none;
-}
+/* As large as the frame, for what follows the focus; pointers reach what lies under it. */
+.walker { position: absolute; inset: 0; outline: none; pointer-events: none; }
+.walker:focus { z-index: 5; outline: 2px solid var(--_accent); outline-offset: -2px; }
 
 .menu-button {
   position: absolute; inset-block-start: 4px; inset-inline-end: 4px; z-index: 6; box-sizing: border-box;
@@ -83,5 +82,5 @@ export const partsStyle = `
   .menu-item:focus, .tab[aria-selected=true] { forced-color-adjust: none; color: HighlightText; background: Highlight; }
   .menu-separator { background: CanvasText; }
 }
-@media print { .menu-button, .menu, .tabs, .walker { display: none; } }
+@media print { .menu-button, .menu, .tabs, .walker, .data-dialog[open] { display: none; } }
 `;

@@ -1,14 +1,15 @@
 // The popup menu of a chart: the author's own or that of all built-in commands, and the ways by which it opens.
 import type { Scene } from "../charts/chart.ts";
-import { isTable } from "../grid/model.ts";
+import type { Part, PartHost } from "../host/part.ts";
+import { adoptStyle } from "../host/style_sheet.ts";
+import { textsFor } from "../host/texts.ts";
+import { isTable } from "../settings/diagram_types.ts";
 import type { MenuEntry, MenuItem } from "../settings/menu.ts";
 import { defaultMenu } from "./commands.ts";
+import { focusHolder } from "./focus.ts";
 import { MenuPanel } from "./menu_panel.ts";
-import type { Part, PartHost } from "./part.ts";
 import { partsStyle } from "./parts_style.ts";
 import type { Box } from "./placement.ts";
-import { adoptStyle } from "./style_sheet.ts";
-import { textsFor } from "./texts.ts";
 
 // How long a finger rests until the menu opens, and how far it may slip meanwhile.
 const longPress = 500;
@@ -33,6 +34,7 @@ class PopupMenu {
   private panel: MenuPanel | null = null;
   // Ends the watch for clicks outside an open menu.
   private watch = new AbortController();
+  // What had the focus before the menu.
   private before: Element | null = null;
   private pressTimer: number | undefined;
 
@@ -125,7 +127,7 @@ class PopupMenu {
   private open(beside: Box, focusFirst: boolean): void {
     this.close();
     const entries = this.entries.length > 0 ? this.entries : defaultMenu(this.host);
-    this.before = this.host.root.activeElement;
+    this.before = focusHolder(this.host.root);
     this.panel = new MenuPanel({
       root: this.host.root,
       dress: (panel) => this.dress(panel),
@@ -187,6 +189,9 @@ function swallowNextClick(): void {
     event.stopPropagation();
   };
   const done = new AbortController();
-  window.addEventListener("click", swallow, { capture: true, once: true, signal: done.signal });
-  window.addEventListener("pointerup", () => setTimeout(() => done.abort(), 50), { once: true });
+  const { signal } = done;
+  window.addEventListener("click", swallow, { capture: true, once: true, signal });
+  // It comes with the finger's end, or not at all.
+  window.addEventListener("pointerup", () => setTimeout(() => done.abort(), 50), { once: true, signal });
+  window.addEventListener("pointercancel", () => done.abort(), { once: true, signal });
 }

@@ -1,5 +1,5 @@
 // Printing one element of a page alone.
-import { adoptStyle } from "./style_sheet.ts";
+import { adoptStyle } from "../host/style_sheet.ts";
 
 const mark = "data-plexoras-unprinted";
 const style = `@media print { [${mark}] { display: none !important; } }`;

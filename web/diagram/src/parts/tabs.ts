@@ -1,11 +1,11 @@
 // The tabs of a chart: all series, or one of them.
 import type { Scene } from "../charts/chart.ts";
-import { columnName } from "./names.ts";
-import type { Part, PartHost } from "./part.ts";
+import { columnName } from "../host/names.ts";
+import type { Part, PartHost } from "../host/part.ts";
+import { adoptStyle } from "../host/style_sheet.ts";
+import { textsFor } from "../host/texts.ts";
+import { isTable } from "../settings/diagram_types.ts";
 import { partsStyle } from "./parts_style.ts";
-import { adoptStyle } from "./style_sheet.ts";
-import { textsFor } from "./texts.ts";
-import { isTable } from "../grid/model.ts";
 
 // By TabStyle: where the tabs stand.
 const places = ["nowhere", "above", "below"] as const;
@@ -56,7 +56,8 @@ export function mountTabs(host: PartHost): Part {
 /** Puts the tabs beside the drawing. Where they are already they stay: a move would take the focus from them. */
 function put(list: HTMLElement, place: "above" | "below", drawing: HTMLElement): void {
   const isAbove = place === "above";
-  if ((isAbove ? list.nextSibling : list.previousSibling) === drawing) return;
+  const isBefore = (drawing.compareDocumentPosition(list) & Node.DOCUMENT_POSITION_PRECEDING) !== 0;
+  if (list.parentNode === drawing.parentNode && isBefore === isAbove) return;
   if (isAbove) drawing.before(list);
   else drawing.after(list);
 }

@@ -1,5 +1,10 @@
-// From value to value of a chart by keys: along the axis of its categories, and from series to series.
+// From value to value of a chart by keys: along the axis of its categories, and from series to series. In a histogram
+// the places are its buckets: there a place's row is a bucket, counted from 0.
+import { bucketCountsOf, isHistogram } from "../charts/bucket_counts.ts";
+import { bucketCount } from "../charts/buckets.ts";
 import type { CellPlace, Scene } from "../charts/chart.ts";
+import { cellName, columnName } from "../host/names.ts";
+import type { Texts } from "../host/texts.ts";
 
 type Way = readonly ["row" | "column", "first" | "last" | -1 | 1];
 
@@ -25,22 +30,51 @@ const turned: Record<string, string> = {
 
 /** Where a key goes from a cell, or from nowhere yet; null if the key means nothing here. */
 export function stepInChart(scene: Scene, at: CellPlace | null, key: string): CellPlace | null {
-  const upright = scene.style.IsRotated ? turned[key] ?? "" : key;
-  const way = ways[(scene.style.Reverse & 1) === 1 ? mirrored[upright] ?? upright : upright];
-  const rows = scene.table.cells.map((_, row) => row);
-  const columns = scene.series === null ? scene.table.columnLabels.map((_, column) => column) : [scene.series];
-  const start = { row: rows[0], column: columns[0] };
-  if (!way || start.row === undefined || start.column === undefined) return null;
-  if (!at) return { row: start.row, column: start.column };
+  const { IsRotated, Reverse, DiagramType } = scene.style;
+  const upright = IsRotated ? turned[key] ?? "" : key;
+  // A histogram's buckets grow upward when they stand; categories read downward.
+  const isMirrored = ((Reverse & 1) === 1) !== (IsRotated && isHistogram(DiagramType));
+  const way = ways[isMirrored ? mirrored[upright] ?? upright : upright];
+  const rows = rowCount(scene);
+  const columns = scene.series === null ? scene.table.columnLabels.length : 1;
+  const first = scene.series ?? 0;
+  if (!way || rows === 0 || columns === 0) return null;
+  if (!at) return { row: 0, column: first };
   const [axis, step] = way;
   // A tab may have taken the series away meanwhile.
-  const here = { ...at, column: columns.includes(at.column) ? at.column : start.column };
-  const to = placeAfter(axis === "row" ? rows : columns, here[axis], step);
-  return { ...here, [axis]: to ?? here[axis] };
+  const here = { ...at, column: scene.series ?? at.column };
+  const to = axis === "row" ? placeAfter(here.row, step, rows) : first + placeAfter(here.column - first, step, columns);
+  return { ...here, [axis]: to };
 }
 
-function placeAfter(places: readonly number[], from: number, step: Way[1]): number | undefined {
-  if (step === "first") return places[0];
-  const last = places.length - 1;
-  return places[step === "last" ? last : Math.min(Math.max(places.indexOf(from) + step, 0), last)];
+/** Whether the place is still in the chart. */
+export function isInChart(scene: Scene, { row, column }: CellPlace): boolean {
+  return row < rowCount(scene) && column < scene.table.columnLabels.length;
+}
+
+/** A place for the ear: row, column and value; a bucket's range, how many values it holds, and whose they are. */
+export function placeName(scene: Scene, place: CellPlace, texts: Texts): string {
+  return isHistogram(scene.style.DiagramType) ? bucketName(scene, place, texts) : cellName(scene, place, texts);
+}
+
+function bucketName(scene: Scene, { row: bucket, column }: CellPlace, texts: Texts): string {
+  const { buckets, counted, isCumulative, edgeText } = bucketCountsOf(scene);
+  const one = counted.find(({ series }) => series.index === column);
+  const count = one?.counts[bucket] ?? 0;
+  const [from, to] = [buckets.edges[bucket] ?? 0, buckets.edges[bucket + 1] ?? 0].map(edgeText);
+  const range = isCumulative ? texts("upTo", to ?? "") : texts("range", from ?? "", to ?? "");
+  const values = count === 0 ? texts("noValue") : count === 1 ? texts("oneValue") : texts("values", count);
+  const share = isCumulative && one && one.values.length > 0
+    ? ` (${scene.format.share(count / one.values.length)})` : "";
+  const isNamed = scene.table.columnLabels.length > 1 || (one?.series.label ?? "") !== "";
+  return `${range}: ${values}${share}${isNamed ? `, ${columnName(scene, column, texts)}` : ""}`;
+}
+
+function rowCount({ style, table }: Scene): number {
+  return isHistogram(style.DiagramType) && table.cells.length > 0 ? bucketCount(style.BucketCount) : table.cells.length;
+}
+
+function placeAfter(from: number, step: Way[1], count: number): number {
+  if (step === "first") return 0;
+  return step === "last" ? count - 1 : Math.min(Math.max(from + step, 0), count - 1);
 }

@@ -1,15 +1,14 @@
 // A chart by the keyboard: one stop of the Tab key, arrows from value to value, and words for the ear.
+import { isHistogram } from "../charts/bucket_counts.ts";
 import type { CellPlace, Scene } from "../charts/chart.ts";
-import { isTable } from "../grid/model.ts";
-import { announce } from "./announcer.ts";
-import { describePicture, figureName, undescribePicture } from "./figure.ts";
-import { cellName } from "./names.ts";
-import type { Part, PartHost } from "./part.ts";
+import { announce } from "../host/announcer.ts";
+import type { Part, PartHost } from "../host/part.ts";
+import { selectionByClick, selectionTest } from "../host/selection.ts";
+import { adoptStyle } from "../host/style_sheet.ts";
+import { textsFor } from "../host/texts.ts";
+import { isTable } from "../settings/diagram_types.ts";
 import { partsStyle } from "./parts_style.ts";
-import { selectionByClick, selectionTest } from "./selection.ts";
-import { adoptStyle } from "./style_sheet.ts";
-import { textsFor } from "./texts.ts";
-import { stepInChart } from "./walk.ts";
+import { isInChart, placeName, stepInChart } from "./walk.ts";
 
 /** What of a chart has the keyboard, while the scene is a chart; tables have keys of their own. */
 export function mountWalker(host: PartHost): Part {
@@ -44,22 +43,28 @@ class Walker {
     const { host, node } = this;
     if (isTable(scene.style.DiagramType)) {
       node.remove();
-      undescribePicture(host.drawing);
       return;
     }
     const texts = textsFor(host.element);
     node.setAttribute("aria-roledescription", texts("chart"));
-    node.setAttribute("aria-label", `${figureName(host.element)}. ${texts("walk")}.`);
-    describePicture(host);
-    // Behind the drawing: what is over it would hide it from tools that look at contrasts, and from pointers.
-    if (!node.isConnected) host.root.prepend(node);
-    if (this.at && !scene.table.cells[this.at.row]?.[this.at.column]) this.at = null;
+    node.setAttribute("aria-label", `${host.name}. ${texts("walk")}.`);
+    this.put();
+    if (this.at && !isInChart(scene, this.at)) this.at = null;
     // A drawing that is new has forgotten its mark.
     if (this.at && host.root.activeElement === node) host.highlight(this.at);
   }
 
   dispose(): void {
     this.node.remove();
+  }
+
+  // Before the drawing, and so behind tabs above it and ahead of those below: in the order of what readers see.
+  private put(): void {
+    const { host, node } = this;
+    if (node.nextSibling === host.drawing) return;
+    const hasFocus = host.root.activeElement === node;
+    host.drawing.before(node);
+    if (hasFocus) node.focus();
   }
 
   private onKey(event: KeyboardEvent): void {
@@ -78,7 +83,7 @@ class Walker {
   private goTo(scene: Scene, to: CellPlace): void {
     this.at = to;
     this.host.highlight(to);
-    announce(this.host.root, cellName(scene, to, textsFor(this.host.element)));
+    announce(this.host.root, placeName(scene, to, textsFor(this.host.element)));
   }
 
   private leave(): void {
@@ -88,7 +93,8 @@ class Walker {
   }
 
   private select(scene: Scene, keys: KeyboardEvent): void {
-    if (!this.at) return;
+    // Buckets are no cells: there is nothing to select.
+    if (!this.at || isHistogram(scene.style.DiagramType)) return;
     const at = this.at;
     const after = selectionByClick(scene, at, keys, this.anchor);
     if (!after) return;
@@ -96,6 +102,6 @@ class Walker {
     this.host.select([...after.cells]);
     const texts = textsFor(this.host.element);
     const selected = selectionTest(after.cells)(at.row, at.column);
-    announce(this.host.root, `${cellName(scene, at, texts)}, ${texts(selected ? "selected" : "notSelected")}`);
+    announce(this.host.root, `${placeName(scene, at, texts)}, ${texts(selected ? "selected" : "notSelected")}`);
   }
 }

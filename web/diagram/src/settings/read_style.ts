@@ -1,5 +1,5 @@
 // Reads the style document (docs/style-document.md).
-import { parsedNumber } from "../data/numbers.ts";
+import { parsedNumber } from "./numbers.ts";
 import type { Piece } from "./compact_xml.ts";
 import { CompactXmlReader, isLineBreaks, unescapeText } from "./compact_xml.ts";
 import { quoted } from "./setting_error.ts";

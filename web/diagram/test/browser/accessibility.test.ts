@@ -20,6 +20,14 @@ interface Finding {
 
 const axe = readFileSync(join(PLEXORAS_ROOT, "web/diagram/node_modules/axe-core/axe.min.js"), "utf8");
 
+/** The names of all that screen readers find of a role. */
+async function namesOf(page: Page, wanted: string): Promise<(string | undefined)[]> {
+  const client = await page.context().newCDPSession(page);
+  const { nodes } = await client.send("Accessibility.getFullAXTree") as
+    { nodes: { ignored: boolean; role?: { value: string }; name?: { value: string } }[] };
+  return nodes.filter(({ ignored, role }) => !ignored && role?.value === wanted).map(({ name }) => name?.value);
+}
+
 async function findings(page: Page): Promise<string[]> {
   await page.evaluate(axe);
   const { violations, passes } = await page.evaluate(async () => {
@@ -76,18 +84,66 @@ test("a chart is a figure with a name; its picture is hidden where the table can
   assert.equal(await page.getByRole("img", { name: "Sales" }).count(), 0);
   assert.equal(await page.locator("#chart0").getByRole("table").count(), 1);
   assert.equal(await page.getByRole("img", { name: "Alone" }).count(), 1);
-  const client = await page.context().newCDPSession(page);
-  const { nodes } = await client.send("Accessibility.getFullAXTree") as
-    { nodes: { role?: { value: string }; name?: { value: string } }[] };
-  const figures = nodes.filter(({ role }) => role?.value === "figure").map(({ name }) => name?.value);
-  assert.deepEqual(figures, ["Sales. By region", "Alone"]);
+  assert.deepEqual(await namesOf(page, "figure"), ["Sales. By region", "Alone"]);
 });
 
-test("forced colours leave everything legible, and nothing moves for who does not want it", async () => {
+test("a published picture is not announced beside the drawing, and tables may come and go", async () => {
+  const picture = '<div data-stamp="0"><svg role="img" aria-label="Published" width="9" height="9"></svg></div>';
+  const table = "<table><caption>Data</caption><tr><th>Q1<td>5</table>";
+  const page = await openCharts(browser, [
+    { caption: "Both", fallback: picture + table }, { caption: "Picture", fallback: picture },
+  ]);
+  const heard = (): Promise<(string | undefined)[][]> =>
+    Promise.all(["image", "table"].map((role) => namesOf(page, role)));
+  assert.deepEqual(await heard(), [["Picture"], ["Data"]]);
+  await page.evaluate(() => document.querySelector("#chart1")?.append(document.querySelector("table") ?? ""));
+  await page.waitForTimeout(50);
+  assert.deepEqual(await heard(), [["Both"], ["Data"]]);
+});
+
+test("what the reader selects at once is selected together", async () => {
+  const style = { SelectionMode: 3, MultipleSelection: true, ExtendedSelection: true };
+  const page = await openCharts(browser, [{ style }, { style: { ...style, DiagramType: 9 } }]);
+  assert.deepEqual(await page.evaluate(() => {
+    const selected: Record<string, unknown> = {};
+    addEventListener("plexoras-select", (event) => {
+      selected[(event.target as Element).id] = (event as CustomEvent<{ cells: unknown[] }>).detail.cells.length;
+    });
+    const [walker, cells] = [...document.querySelectorAll("plexoras-diagram")].map((chart) =>
+      [...chart.shadowRoot?.querySelectorAll<HTMLElement>(".walker, tbody td") ?? []]);
+    for (const key of ["ArrowRight", "Enter", "ArrowRight", "Enter", "ArrowDown", "Enter"]) {
+      walker?.[0]?.dispatchEvent(new KeyboardEvent("keydown", { key, bubbles: true, composed: true }));
+    }
+    for (const cell of cells?.slice(0, 3) ?? []) cell.click();
+    return selected;
+  }), { chart0: 3, chart1: 3 });
+});
+
+test("forced colours leave everything legible", async () => {
   const charts = [{ style: { DiagramType: 11, ...operated } }, { style: { HasPopupMenu: true } }];
-  const page = await openCharts(browser, charts,
-    { forcedColors: "active", reducedMotion: "reduce" });
+  const page = await openCharts(browser, charts, { forcedColors: "active", reducedMotion: "reduce" });
   assert.deepEqual(await findings(page), []);
-  const moving = await page.evaluate(() => document.getAnimations().length);
-  assert.equal(moving, 0);
+});
+
+test("lines grow when they come into view; nothing moves for who does not want it", async () => {
+  // A chart that is drawn before anybody sees it does not move either.
+  const head = `<script>
+    window.requestIdleCallback = () => 0;
+    addEventListener("plexoras-ready", ({ target }) => {
+      target.atFirst = target.shadowRoot.querySelector(".drawing").innerHTML;
+    });</script>`;
+  const types = [0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11];
+  const charts = types.map((DiagramType) => ({ id: `t${DiagramType}`, style: { DiagramType, TabStyle: 1 } }));
+  for (const reducedMotion of ["reduce", "no-preference"] as const) {
+    const page = await openCharts(browser, charts,
+      { head, reducedMotion, viewport: { width: 900, height: 320 * types.length + 400 } });
+    await page.waitForTimeout(1500);
+    const moved = await page.evaluate(() => [...document.querySelectorAll("plexoras-diagram")]
+      .filter((chart) => (chart as unknown as { atFirst: string }).atFirst
+        !== chart.shadowRoot?.querySelector(".drawing")?.innerHTML).map(({ id }) => id));
+    if (reducedMotion === "reduce") assert.deepEqual(moved, []);
+    else assert(moved.includes("t1"), `moved: ${moved}`);
+    assert.equal(await page.evaluate(() => document.getAnimations().length), 0);
+    await page.close();
+  }
 });

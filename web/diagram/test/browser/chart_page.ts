@@ -31,8 +31,15 @@ export interface ChartOnPage {
   readonly fallback?: string;
 }
 
-export function launch(): Promise<Browser> {
-  return playwright.chromium.launch({ executablePath: "/usr/bin/chromium", args: flags, timeout: 20_000 });
+export function launch(...more: string[]): Promise<Browser> {
+  const args = [...flags, ...more];
+  return playwright.chromium.launch({ executablePath: "/usr/bin/chromium", args, timeout: 20_000 });
+}
+
+/** A browser that shows scroll bars: Playwright hides them otherwise. */
+export function launchWithBars(): Promise<Browser> {
+  const options = { ignoreDefaultArgs: ["--hide-scrollbars"], args: flags, timeout: 20_000 };
+  return playwright.chromium.launch({ executablePath: "/usr/bin/chromium", ...options });
 }
 
 /** Opens a page with these charts from a file, and waits until all are drawn. Errors of the page end the test. */

@@ -4,12 +4,17 @@ import { after, before, test } from "node:test";
 
 import type { Browser, Page } from "playwright-core";
 
+import type { Style } from "../../src/settings/style.ts";
 import type { ChartOnPage } from "./chart_page.ts";
-import { focusedText, launch, openCharts } from "./chart_page.ts";
+import { focusedText, launch, launchWithBars, openCharts } from "./chart_page.ts";
 
 let browser: Browser;
-before(async () => { browser = await launch(); });
-after(() => browser.close());
+let withBars: Browser;
+before(async () => {
+  browser = await launch();
+  withBars = await launchWithBars();
+});
+after(() => Promise.all([browser.close(), withBars.close()]).then(() => {}));
 
 async function openTable(chart: ChartOnPage): Promise<Page> {
   return openCharts(browser, [{ ...chart, style: { DiagramType: 9, ...chart.style } }]);
@@ -178,3 +183,111 @@ test("a heat table colours each number, and all texts can be read", async () => 
   assert.equal(await page.getByRole("img", { name: "Colours from -9 to 9" }).count(), 2);
 });
 
+test("what is being typed outlives a new scheme, another size and new data", async () => {
+  const page = await openTable({ style: { IsEditable: true, DiagramType: 11 } });
+  await page.getByRole("gridcell", { name: "10", exact: true }).press("F2");
+  const box = page.locator("input");
+  await box.pressSequentially("456");
+  await box.press("ArrowLeft");
+  const changes: [string, () => Promise<unknown>][] = [
+    ["scheme", () => page.emulateMedia({ colorScheme: "dark" })],
+    ["height, as a keyboard on the screen takes it", () => page.locator("plexoras-diagram").evaluate((chart) => {
+      chart.style.height = "150px";
+    })],
+    ["data", () => page.locator("param[name=XmlContents]").evaluate((param) => {
+      param.setAttribute("value", param.getAttribute("value")?.replace("1200", "1300") ?? "");
+    })],
+  ];
+  for (const [name, change] of changes) {
+    await change();
+    await page.evaluate(() => new Promise((drawn) => requestAnimationFrame(() => setTimeout(drawn, 50))));
+    assert.equal((await texts(page)).length, 4, `${name}: all rows are there`);
+    const typed = await box.evaluate((node: HTMLInputElement) =>
+      [node.value, node.selectionStart, (node.getRootNode() as ShadowRoot).activeElement === node]);
+    assert.deepEqual(typed, ["456", 2, true], name);
+  }
+  await page.keyboard.press("Enter");
+  assert.deepEqual((await texts(page)).slice(2), ["South|456|25|n/a", "East|20|5|1300"]);
+  await page.getByRole("gridcell", { name: "5", exact: true }).press("F2");
+  await page.locator("param[name=XmlContents]").evaluate((param) => {
+    param.setAttribute("value", "<xml><rows><row/></><cols><col/></><data><value>1</></></xml>");
+  });
+  await page.locator("table[part=grid] tbody tr:only-child").waitFor();
+  assert.equal(await box.count(), 0, "the box goes with its cell");
+});
+
+test("a click that ends the typing does what it does elsewhere", async () => {
+  const page = await openTable({ style: { IsEditable: true, OnColLabelClick: 2 } });
+  await page.getByRole("gridcell", { name: "30" }).press("F2");
+  await page.locator("input").fill("15");
+  await page.getByRole("columnheader", { name: "Q1" }).click();
+  assert.deepEqual((await texts(page)).slice(1), ["South|10|25|n/a", "North|15|-4.5|7", "East|20|5|1200"]);
+});
+
+test("scroll bars: as needed, always, never; wheels scroll with and without them", async () => {
+  const rows = Array.from({ length: 60 }, (_, row) => `Row ${row}`);
+  const columns = Array.from({ length: 30 }, (_, column) => `Column ${column}`);
+  const policies = [0, 1, 2].flatMap((vertical) => [0, 1, 2].map((horizontal) => [vertical, horizontal] as const));
+  const chart = { fallback: "", attributes: 'width="280" height="140"' };
+  const tables = [{ rows, columns }, { rows: ["r"], columns: ["c"] }].map((size) =>
+    policies.map(([VScrollbarPolicy, HScrollbarPolicy]): ChartOnPage => ({
+      ...chart, ...size, values: Array(size.rows.length * size.columns.length).fill("1"),
+      style: { DiagramType: 9, AutoResize: false, VScrollbarPolicy, HScrollbarPolicy },
+    })));
+  const wanted = [([0, 1, 2] as const).map((policy) => policy < 2), ([0, 1, 2] as const).map((policy) => policy === 1)];
+  for (const [index, charts] of tables.entries()) {
+    const page = await openCharts(withBars, charts, { viewport: { width: 900, height: 2000 } });
+    for (const [place, [vertical, horizontal]] of policies.entries()) {
+      const name = `${index === 0 ? "large" : "small"}, vertical ${vertical}, horizontal ${horizontal}`;
+      const scroller = page.locator(".grid-scroll").nth(place);
+      const shown = await scroller.evaluate((node) => {
+        const clip = node.parentElement?.getBoundingClientRect();
+        const box = node.getBoundingClientRect();
+        // A bar shows where the box is clipped behind what it scrolls.
+        return [(clip?.right ?? 0) - box.left - node.clientWidth > 1,
+          (clip?.bottom ?? 0) - box.top - node.clientHeight > 1];
+      });
+      assert.deepEqual(shown, [wanted[index]?.[vertical], wanted[index]?.[horizontal]], name);
+      if (index === 1) continue;
+      await scroller.hover();
+      const way = async (): Promise<number[]> => scroller.evaluate((node) => [node.scrollLeft, node.scrollTop]);
+      // A wheel that turns too soon after the last time belongs to the box that it turned over then.
+      for (let turn = 0; turn < 8 && (await way()).some((pixels) => pixels === 0); turn += 1) {
+        await page.mouse.wheel(40, 30);
+        await page.waitForTimeout(200);
+      }
+      assert((await way()).every((pixels) => pixels > 0), `${name}: the wheel does not scroll both ways`);
+    }
+  }
+});
+
+test("Alt and arrows are the grid's where it has something to move, and the browser's elsewhere", async () => {
+  const cases: [string, Partial<Style>, string, number][] = [
+    ["columns that stay", { moveableRows: true }, "Alt+ArrowLeft", 1],
+    ["moveable columns", { moveableCols: true }, "Alt+ArrowLeft", 0],
+    ["columns of a fixed size", { resizableCols: false }, "Shift+Alt+ArrowLeft", 1],
+    ["resizable columns", {}, "Shift+Alt+ArrowLeft", 0],
+  ];
+  for (const [name, style, key, reached] of cases) {
+    const page = await openTable({ style });
+    await page.evaluate(() => document.addEventListener("keydown", (event) => {
+      event.preventDefault();
+      if (event.key.startsWith("Arrow")) document.body.append(document.createElement("hr"));
+    }));
+    await page.getByRole("gridcell", { name: "25" }).press(key);
+    assert.equal(await page.locator("hr").count(), reached, name);
+  }
+});
+
+test("copying takes the selected cells in the order on show", async () => {
+  const page = await openTable({ style: { SelectionMode: 3, MultipleSelection: true, OnColLabelClick: 2 } });
+  await page.getByRole("columnheader", { name: "Q1" }).click();
+  await page.getByRole("gridcell", { name: "25" }).click();
+  await page.getByRole("gridcell", { name: "1200" }).click({ modifiers: ["Control"] });
+  const copied = await page.locator("table[part=grid] td:focus").evaluate((cell) => {
+    const event = new ClipboardEvent("copy", { clipboardData: new DataTransfer(), bubbles: true, cancelable: true });
+    cell.dispatchEvent(event);
+    return event.clipboardData?.getData("text/plain");
+  });
+  assert.equal(copied, "25\t\n\t1200");
+});

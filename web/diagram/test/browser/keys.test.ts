@@ -35,9 +35,29 @@ const walks: { name: string; style: object; keys: [string, string][] }[] = [
     keys: [["ArrowLeft", "North, Q1: 30"], ["ArrowLeft", "South, Q1: 10"], ["ArrowRight", "North, Q1: 30"]],
   },
 ];
-for (const { name, style, keys } of walks) {
+const buckets = { values: ["1", "2", "2", "2.9", "9", "n/a", "5", "6", "6.5"] };
+const histograms: typeof walks = [
+  {
+    name: "a histogram", style: { DiagramType: 0, BucketCount: 4, FormatType: 1 },
+    keys: [
+      ["ArrowRight", "$1.00 to $3.00: 2 values, Q1"], ["ArrowDown", "$1.00 to $3.00: 1 value, Q2"],
+      ["End", "$7.00 to $9.00: 1 value, Q2"], ["ArrowDown", "$7.00 to $9.00: no value, Q3"],
+      ["Enter", "$7.00 to $9.00: no value, Q3"], ["ArrowLeft", "$5.00 to $7.00: 1 value, Q3"],
+    ],
+  },
+  {
+    name: "a rotated cumulative histogram", style: { DiagramType: 10, BucketCount: 2, IsRotated: true },
+    keys: [
+      ["ArrowUp", "up to 5: 2 values (66.7%), Q1"], ["ArrowUp", "up to 9: 3 values (100%), Q1"],
+      ["ArrowRight", "up to 9: 3 values (100%), Q2"], ["ArrowDown", "up to 5: 1 value (33.3%), Q2"],
+    ],
+  },
+];
+for (const { name, style, keys } of [...walks, ...histograms]) {
   test(`arrows walk ${name} and say row, column and value`, async () => {
-    const page = await openCharts(browser, [{ style }]);
+    const isHistogram = histograms.some((one) => one.name === name);
+    const data = isHistogram ? buckets : {};
+    const page = await openCharts(browser, [{ style: { SelectionMode: 3, ...style }, ...data }]);
     await page.keyboard.press("Tab");
     for (const [key, words] of keys) {
       await page.keyboard.press(key);
@@ -47,6 +67,53 @@ for (const { name, style, keys } of walks) {
     assert.equal(await page.evaluate(() => document.activeElement === document.body), true, "Escape leaves");
   });
 }
+
+test("tooltips say every text as it is", async () => {
+  const labels = ["{a|b}", "}{a|", "<b>{name|", "%s {value} {a}{b|c}}"];
+  const values = ["1", "2", "{v|}", "4", "5", "6", "7", "n}{a|a", "9", "10", "11", "12"];
+  const last = labels[3] ?? "";
+  // From the second column on; a gap has no place for a tooltip, but the values beside it tell of it.
+  const byType: Record<number, readonly [string, readonly string[]][]> = {
+    0: [["End", ["}{a|", "7 – 12", "1"]]],
+    10: [["End", ["}{a|", "≤ 12", "3"]]],
+    1: [["End", [last, ...labels.slice(0, 3), "11"]], ["ArrowLeft", []], ["ArrowUp", ["<b>{name|", "}{a|", "n}{a|a"]]],
+    3: [["End", [last, "{a|b}: 10", "}{a|: 11"]]],
+    4: [["End", [last, "}{a|", "11"]]],
+    7: [["End", [last, "}{a|", "11"]]],
+    8: [["End", [last, "{a|b}: 10", "}{a|: 11", "<b>{name|: 12"]]],
+  };
+  for (const alike of [2, 5, 6]) byType[alike] = byType[1] ?? [];
+  for (const [type, steps] of Object.entries(byType)) {
+    const style = { DiagramType: Number(type), HasLegend: false, BucketCount: 2 };
+    const page = await openCharts(browser, [{ style, rows: labels, columns: labels.slice(0, 3), values }]);
+    const read = (): Promise<string[]> => page.locator("plexoras-diagram").evaluate((chart) =>
+      [...chart.shadowRoot?.querySelectorAll("svg text") ?? []].map((text) => text.textContent ?? ""));
+    const drawn = await read();
+    await page.keyboard.press("Tab");
+    for (const key of ["ArrowRight", "ArrowDown"]) await page.keyboard.press(key);
+    for (const [key, expected] of steps) {
+      await page.keyboard.press(key);
+      const shown = await read();
+      for (const text of drawn) shown.splice(shown.indexOf(text), shown.includes(text) ? 1 : 0);
+      const tooltip = shown.join("");
+      for (const text of expected) assert(tooltip.includes(text), `type ${type}, ${key}: ${text} in ${tooltip}`);
+    }
+    await page.context().close();
+  }
+});
+
+test("tabs and drawing have the focus in the order in which they stand", async () => {
+  for (const [TabStyle, roles] of [[1, ["tab", "application"]], [2, ["application", "tab"]]] as const) {
+    const page = await openCharts(browser, [{ style: { DiagramType: 1, TabStyle } }]);
+    for (const role of roles) {
+      await page.keyboard.press("Tab");
+      const has = await page.locator("plexoras-diagram").evaluate((chart) =>
+        chart.shadowRoot?.activeElement?.getAttribute("role"));
+      assert.equal(has, role, `TabStyle ${TabStyle}`);
+    }
+    await page.context().close();
+  }
+});
 
 test("each chart is one stop of the Tab key", async () => {
   const page = await openCharts(browser, [

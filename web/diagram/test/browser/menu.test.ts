@@ -87,6 +87,79 @@ test("keys walk the author's menu, with its submenu and letters", async () => {
   assert.equal(await page.evaluate(() => document.activeElement?.id), "chart0", "the chart has the focus again");
 });
 
+test("the focus returns to where it was: in the chart, beside its data, in another root, nowhere", async () => {
+  const page = await openMenuChart({ fallback: '<a id="inside" href="#x">data</a>' });
+  await page.evaluate(() => {
+    const other = document.createElement("section");
+    other.id = "other";
+    const box = document.createElement("input");
+    other.attachShadow({ mode: "open" }).append(box);
+    document.body.append(other);
+  });
+  const focus: [string, () => void, string][] = [
+    ["the chart", () => {
+      document.querySelector("plexoras-diagram")?.shadowRoot?.querySelector<HTMLElement>(".walker")?.focus();
+    }, "DIV.walker"],
+    ["what it holds", () => document.querySelector<HTMLElement>("#inside")?.focus(), "A"],
+    ["another root", () => document.querySelector("#other")?.shadowRoot?.querySelector("input")?.focus(), "INPUT"],
+    ["nothing", () => (document.activeElement as HTMLElement | null)?.blur(), "BODY"],
+  ];
+  for (const [name, go, wanted] of focus) {
+    await page.evaluate(go);
+    await page.locator("plexoras-diagram").dispatchEvent("contextmenu", { button: 2, clientX: 100, clientY: 100 });
+    await page.keyboard.press("ArrowDown");
+    assert.equal(await focusedText(page), "Show data as a table", name);
+    await page.keyboard.press("Escape");
+    const focused = await page.evaluate(() => {
+      let node = document.activeElement;
+      while (node?.shadowRoot?.activeElement) node = node.shadowRoot.activeElement;
+      return node ? [node.tagName, node.className].filter(Boolean).join(".") : "";
+    });
+    assert.equal(focused, wanted, name);
+  }
+});
+
+test("a long press takes the click that ends it, and no other", async () => {
+  for (const [end, counted] of [["pointerup", 0], ["pointercancel", 1]] as const) {
+    const page = await openMenuChart();
+    const chart = page.locator("plexoras-diagram");
+    const touch = { pointerType: "touch", clientX: 100, clientY: 150, bubbles: true, composed: true };
+    await chart.dispatchEvent("pointerdown", touch);
+    await page.getByRole("menu").waitFor();
+    assert.equal(await page.evaluate(([type, init]) => {
+      let clicks = 0;
+      document.addEventListener("click", () => { clicks += 1; });
+      const chart = document.querySelector("plexoras-diagram");
+      chart?.dispatchEvent(new PointerEvent(type, init));
+      chart?.dispatchEvent(new MouseEvent("click", { bubbles: true, composed: true }));
+      return clicks;
+    }, [end, touch] as const), counted, end);
+  }
+});
+
+test("the window with the data is for itself, and goes with its chart", async () => {
+  const ends: [string, string][] = [
+    ["the chart leaves", "chart.remove()"],
+    ["it is hidden", `chart.insertAdjacentHTML("beforeend", '<param name="Visible" value="False">')`],
+    ["it fails", `chart.querySelector("[name=XmlContents]").setAttribute("value", "")`],
+  ];
+  for (const [name, end] of ends) {
+    const page = await openMenuChart();
+    await page.locator("plexoras-diagram").click({ button: "right" });
+    await page.getByRole("menuitem", { name: "Show data as a table" }).click();
+    const dialog = page.getByRole("dialog");
+    await dialog.getByRole("columnheader", { name: "Q1" }).click({ button: "right" });
+    assert.equal(await page.getByRole("menu").count(), 0, "no menu of the chart in the window");
+    await dialog.getByRole("columnheader", { name: "Q1" }).click();
+    assert.equal(await dialog.locator("[aria-live]").textContent(), "Q1: ascending", "said in the window");
+    const root = await page.evaluateHandle("document.querySelector('plexoras-diagram').shadowRoot");
+    await page.evaluate(`const chart = document.querySelector("plexoras-diagram"); ${end}`);
+    await page.waitForTimeout(50);
+    assert.equal(await root.evaluate((node) => (node as ShadowRoot).querySelector("dialog")), null, name);
+    await page.close();
+  }
+});
+
 test("the menu stays inside the window, and its submenu beside it", async () => {
   const page = await openMenuChart({ menu: own, attributes: 'width="900" height="690"' });
   await page.mouse.click(890, 690, { button: "right" });

@@ -1,0 +1,274 @@
+// Charts with more values than pixels beside those with few: clicks, what is selected, and looking closer.
+import assert from "node:assert/strict";
+import { after, before, test } from "node:test";
+
+import type { Browser, Page } from "playwright-core";
+
+import type { Style } from "../../src/settings/style.ts";
+import { type ChartOnPage, launch, openCharts } from "./chart_page.ts";
+
+let browser: Browser;
+before(async () => { browser = await launch(); });
+after(() => browser.close());
+
+const levels = [10, 50, 90];
+
+/** Rows of the same values each, on axes from 0 to 100; in a scatter x is the row's number, from 0. */
+function levelChart(count: number, style: Partial<Style>): ChartOnPage {
+  const rows = Array.from({ length: count }, (_, row) => `r${row}`);
+  const isScatter = style.DiagramType === 3;
+  const values = rows.flatMap((_, row) => (isScatter ? [row, ...levels.slice(1)] : levels));
+  return {
+    style: {
+      IsAbsolute: true, yScaleMin: 0, yScaleMax: 100, SelectionMode: 3,
+      ...(isScatter ? { xScaleMin: 0, xScaleMax: count - 1 } : {}), ...style,
+    },
+    rows,
+    columns: ["a", "b", "c"],
+    values: values.map(String),
+    attributes: 'width="800" height="400"',
+    fallback: "",
+  };
+}
+
+interface Box {
+  readonly x: number;
+  readonly y: number;
+  readonly width: number;
+  readonly height: number;
+}
+
+/** The plot in the window: where the grid's lines begin and end. */
+function plotOf(page: Page): Promise<Box> {
+  return page.evaluate(() => {
+    const svg = document.querySelector("plexoras-diagram")?.shadowRoot?.querySelector("svg");
+    const lines = [...svg?.querySelectorAll("path") ?? []].map((path) => path.getAttribute("d") ?? "")
+      .flatMap((path) => /^M([\d.]+) ([\d.]+)L([\d.]+) ([\d.]+)$/.exec(path)?.slice(1).map(Number) ?? []);
+    // Those of the legend are short.
+    const ends = lines.filter((_, index) => {
+      const [x1 = 0, y1 = 0, x2 = 0, y2 = 0] = lines.slice(index - (index % 4));
+      return Math.hypot(x2 - x1, y2 - y1) > 100;
+    });
+    const [xs, ys] = [ends.filter((_, index) => index % 2 === 0), ends.filter((_, index) => index % 2 === 1)];
+    const { left = 0, top = 0 } = svg?.getBoundingClientRect() ?? {};
+    const [x, y] = [Math.min(...xs), Math.min(...ys)];
+    return { x: x + left, y: y + top, width: Math.max(...xs) - x, height: Math.max(...ys) - y };
+  });
+}
+
+const frame = (page: Page): Promise<void> =>
+  page.evaluate(() => new Promise<void>((drawn) => requestAnimationFrame(() => requestAnimationFrame(() => drawn()))));
+
+const noteSelections = (page: Page): Promise<void> =>
+  page.evaluate(() => document.addEventListener("plexoras-select", (event) => {
+    const { row, column } = (event as CustomEvent<{ row: number; column: number }>).detail;
+    document.title = `${row} ${column}`;
+  }));
+
+const clicks: { name: string; style: Partial<Style>; up: number; column: number }[] = [
+  { name: "lines", style: { DiagramType: 1 }, up: 0.5, column: 1 },
+  { name: "areas, by the nearest top", style: { DiagramType: 2 }, up: 0.4, column: 1 },
+  { name: "stacked areas", style: { DiagramType: 2, BarStyle: 1, yScaleMax: 200 }, up: 0.2, column: 1 },
+  { name: "bars", style: { DiagramType: 5 }, up: 0.8, column: 2 },
+  { name: "stacked bars", style: { DiagramType: 5, BarStyle: 1, yScaleMax: 200 }, up: 0.2, column: 1 },
+  { name: "shares", style: { DiagramType: 5, BarStyle: 3, IsAbsolute: false }, up: 0.2, column: 1 },
+  { name: "bars and line", style: { DiagramType: 6 }, up: 0.9, column: 2 },
+  { name: "lines on a second axis", style: { DiagramType: 1, HasSecondYAxis: true }, up: 0.9, column: 2 },
+  { name: "rotated bars", style: { DiagramType: 5, IsRotated: true }, up: 0.8, column: 2 },
+  { name: "reversed lines", style: { DiagramType: 1, Reverse: 3 }, up: 0.5, column: 1 },
+  { name: "rotated and reversed lines", style: { DiagramType: 1, Reverse: 3, IsRotated: true }, up: 0.5, column: 1 },
+  { name: "dots", style: { DiagramType: 3 }, up: 0.5, column: 1 },
+];
+for (const { name, style, up, column } of clicks) {
+  test(`a click finds the cell among few and among thousands: ${name}`, async () => {
+    for (const count of [20, 3000]) {
+      const page = await openCharts(browser, [levelChart(count, style)]);
+      await noteSelections(page);
+      const { IsRotated = false, Reverse = 0, DiagramType = 0 } = style;
+      const box = await plotOf(page);
+      const hasBands = DiagramType === 5 || DiagramType === 6;
+      const row = Math.round(count * 0.3);
+      const along = hasBands ? (row + 0.5) / count : row / (count - 1);
+      // Categories read downward when they stand.
+      const right = (Reverse & 1) === 1 ? 1 - along : along;
+      const top = (Reverse & 2) === 2 ? up : 1 - up;
+      const [x, y] = IsRotated ? [1 - top, right] : [right, top];
+      await page.mouse.click(box.x + x * box.width, box.y + y * box.height);
+      const [gotRow = NaN, gotColumn] = (await page.title()).split(" ").map(Number);
+      assert.equal(gotColumn, column, `column among ${count}`);
+      const most = count > 1000 ? 16 : 0;
+      assert(Math.abs(gotRow - row) <= most, `row among ${count}: ${gotRow}, not ${row}`);
+      await page.context().close();
+    }
+  });
+}
+
+test("a click far from everything selects nothing, and so does one in a histogram", async () => {
+  for (const style of [{ DiagramType: 1 }, { DiagramType: 3 }, { DiagramType: 0, IsAbsolute: false }]) {
+    const page = await openCharts(browser, [levelChart(3000, style)]);
+    await noteSelections(page);
+    const { x, y, width, height } = await plotOf(page);
+    await page.mouse.click(x + width * 0.3, y + height * 0.7);
+    assert.equal(await page.title(), "Charts", `type ${style.DiagramType}`);
+    await page.context().close();
+  }
+});
+
+test("what is selected is marked among thousands", async () => {
+  for (const DiagramType of [1, 2, 5, 3]) {
+    const one = { DiagramType, RowSelection: 500, ColSelection: 1 };
+    const page = await openCharts(browser, [levelChart(3000, one), levelChart(3000, { DiagramType, ColSelection: 1 }),
+      levelChart(3000, { DiagramType })]);
+    // The colour of outlines and chips.
+    const marks = await page.evaluate(() => [...document.querySelectorAll("plexoras-diagram")].map((chart) =>
+      [...chart.shadowRoot?.querySelectorAll("svg [fill='#243051'], svg [stroke='#243051']") ?? []].length));
+    assert.deepEqual(marks.map((count) => count > 0), [true, true, false], `type ${DiagramType}: ${String(marks)}`);
+    await page.context().close();
+  }
+});
+
+/** The first and the last row whose labels are on show. */
+async function shownRows(page: Page): Promise<[number, number]> {
+  await frame(page);
+  const labels = await page.locator("plexoras-diagram").first().locator("svg text").allTextContents();
+  const rows = labels.flatMap((label) => /^r(\d+)$/.exec(label)?.[1] ?? []).map(Number);
+  return [Math.min(...rows), Math.max(...rows)];
+}
+
+async function wheel(page: Page, turns: number, key: "Control" | null = "Control"): Promise<void> {
+  if (key) await page.keyboard.down(key);
+  for (let turn = 0; turn < Math.abs(turns); turn += 1) await page.mouse.wheel(0, Math.sign(turns) * 100);
+  if (key) await page.keyboard.up(key);
+  await frame(page);
+}
+
+async function openTall(chart: ChartOnPage): Promise<{ page: Page; box: Box }> {
+  const page = await openCharts(browser, [chart], { head: "<style>body { height: 3000px }</style>" });
+  return { page, box: await plotOf(page) };
+}
+
+test("Ctrl and the wheel look closer, a drag moves, and each way back shows all", async () => {
+  for (const DiagramType of [1, 5]) {
+    const { page, box } = await openTall(levelChart(3000, { DiagramType }));
+    const [middle, height] = [box.x + box.width / 2, box.y + box.height / 2];
+    await page.mouse.move(middle, height);
+    assert.equal((await shownRows(page))[0], 0);
+    await wheel(page, -8);
+    const [first, last] = await shownRows(page);
+    assert(first > 1200 && last < 1800 && first < 1500 && last > 1500, `${first} to ${last}`);
+
+    await page.mouse.down();
+    await page.mouse.move(middle + 200, height, { steps: 4 });
+    await page.mouse.up();
+    const moved = await shownRows(page);
+    assert(moved[0] < first && moved[1] < last, `moved to ${String(moved)}`);
+
+    for (const back of [
+      () => page.mouse.dblclick(middle, height),
+      () => page.getByRole("button", { name: "Show all" }).click(),
+      () => page.keyboard.press("Escape"),
+      () => page.keyboard.press("0"),
+    ]) {
+      await page.locator(".walker").focus();
+      await page.mouse.move(middle, height);
+      await wheel(page, -8);
+      assert((await shownRows(page))[0] > 1000);
+      await back();
+      assert.equal((await shownRows(page))[0], 0, String(back));
+      assert.equal(await page.getByRole("button", { name: "Show all" }).count(), 0);
+    }
+    assert.equal(await page.evaluate(() => scrollY), 0);
+    await page.context().close();
+  }
+});
+
+test("what is the page's own stays with it", async () => {
+  const prevented = (page: Page): Promise<void> => page.evaluate(() => {
+    addEventListener("wheel", (event) => { document.title = String(event.defaultPrevented); });
+  });
+  const few = await openTall(levelChart(8, { DiagramType: 1 }));
+  await prevented(few.page);
+  await few.page.mouse.move(few.box.x + 100, few.box.y + 100);
+  await wheel(few.page, -1);
+  assert.equal(await few.page.title(), "false", "there is nothing to be seen closer");
+
+  const { page, box } = await openTall(levelChart(3000, { DiagramType: 1 }));
+  await prevented(page);
+  await page.mouse.move(box.x + 100, box.y + 100);
+  await wheel(page, 1);
+  assert.equal(await page.title(), "false", "all is on show already");
+  await wheel(page, -3);
+  assert.equal(await page.title(), "true");
+  await wheel(page, 3, null);
+  await page.waitForFunction(() => scrollY > 100);
+});
+
+test("keys look closer at the walked value, and walking out of view moves the view", async () => {
+  const { page } = await openTall(levelChart(3000, { DiagramType: 5 }));
+  await page.keyboard.press("Tab");
+  for (const key of ["Home", "End"]) await page.keyboard.press(key);
+  for (let press = 0; press < 7; press += 1) await page.keyboard.press("+");
+  const [first, last] = await shownRows(page);
+  assert(first >= 2970 && last >= 2990, `${first} to ${last}`);
+  await page.keyboard.press("Home");
+  assert.equal((await shownRows(page))[0], 0);
+  await page.keyboard.press("-");
+  assert((await shownRows(page))[1] > 30);
+  await page.keyboard.press("Escape");
+  assert((await shownRows(page))[1] > 2500);
+  assert.equal(await page.evaluate(() => document.activeElement?.localName), "plexoras-diagram");
+});
+
+test("a closer look survives a selection, not other data; paper and clicks know of it", async () => {
+  const { page, box } = await openTall(levelChart(3000, { DiagramType: 3 }));
+  await noteSelections(page);
+  const [x, y] = [box.x + box.width / 2, box.y + box.height / 2];
+  await page.mouse.move(x, y);
+  await wheel(page, -14);
+  const width = (): Promise<number> => page.evaluate(() => {
+    const texts = [...document.querySelector("plexoras-diagram")?.shadowRoot?.querySelectorAll("svg text") ?? []];
+    const numbers = texts.map((text) => Number(text.textContent)).filter((number) => number > 100);
+    return Math.max(...numbers) - Math.min(...numbers);
+  });
+  assert(await width() < 100);
+  await page.mouse.click(x, y);
+  await frame(page);
+  const [row = 0, column] = (await page.title()).split(" ").map(Number);
+  assert(Math.abs(row - 1500) < 3 && column === 1, await page.title());
+  assert(await width() < 100, "selected");
+
+  await page.evaluate(() => window.dispatchEvent(new Event("beforeprint")));
+  assert(await width() > 1000, "on paper");
+  await page.evaluate(() => window.dispatchEvent(new Event("afterprint")));
+  await frame(page);
+  assert(await width() < 100, "after printing");
+
+  await page.evaluate(() => {
+    const param = document.querySelector("param[name=XmlContents]");
+    param?.setAttribute("value", param.getAttribute("value")?.replace("<value>50<", "<value>51<") ?? "");
+  });
+  await frame(page);
+  assert(await width() > 1000, "other data");
+});
+
+test("two fingers look closer, and one finger then moves the view", async () => {
+  const page = await openCharts(browser, [levelChart(3000, { DiagramType: 1 })], { hasTouch: true });
+  const session = await page.context().newCDPSession(page);
+  const { x, y, width, height } = await plotOf(page);
+  const [middle, row] = [x + width / 2, y + height / 2];
+  const touch = (type: "touchStart" | "touchMove" | "touchEnd", ...places: number[]): Promise<unknown> =>
+    session.send("Input.dispatchTouchEvent", { type, touchPoints: places.map((place, id) => ({ x: place, y: row, id })) })
+      .then(() => frame(page));
+  await touch("touchStart", middle - 20);
+  await touch("touchStart", middle - 20, middle + 20);
+  for (const far of [40, 100, 200]) await touch("touchMove", middle - far, middle + far);
+  await touch("touchEnd");
+  const [first, last] = await shownRows(page);
+  assert(last - first < 400 && first < 1500 && last > 1500, `${first} to ${last}`);
+
+  await touch("touchStart", middle);
+  for (const far of [20, 60, 150]) await touch("touchMove", middle + far);
+  await touch("touchEnd");
+  const moved = await shownRows(page);
+  assert(moved[0] < first - 20, `${first}, then ${moved[0]}`);
+});
