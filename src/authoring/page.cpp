@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <map>
 #include <set>
 
 #include "host/atomic_file.h"
@@ -164,12 +163,9 @@ std::string without_first_line_break(std::string text, std::string_view line_bre
   return text;
 }
 
-constexpr std::string_view published_closing = "<!--/published-->";
-
-std::string published_opening(std::string_view name) { return "<!--published " + escape_state(name, {}) + "-->"; }
-
 void refuse_marks(std::string_view text) {
-  for (const std::string_view mark : {control_opening, std::string_view("<!--/dtc"), published_closing}) {
+  for (const std::string_view mark :
+       {control_opening, std::string_view("<!--/dtc"), published_opening, published_closing}) {
     if (text.find(mark) == npos) continue;
     throw AutomationError(RunTimeError::InvalidCall,
                           "the text for readers holds \"" + std::string(mark) +
@@ -199,17 +195,20 @@ Page Page::parse(std::string path, std::string bytes) {
   page.language_ = scanned.language;
 
   PlaceFinder places(page.bytes_);
-  std::map<std::string, std::size_t> lines_by_name;
   for (const ControlSpan& span : scanned.spans) {
     Control control{RecordReader(page.bytes_, span, scanned.problems).read(), span, places.place(span.begin)};
-    const auto [earlier, is_new] = lines_by_name.emplace(control.record.name, control.place.line);
+    const auto [earlier, is_new] = page.indices_.emplace(control.record.name, page.controls_.size());
     if (!is_new && !control.record.name.empty()) {
       scanned.problems.push_back({span.begin,
                                   "the name \"" + control.record.name + "\" is taken by the control in line " +
-                                      std::to_string(earlier->second) + "; give this one another",
+                                      std::to_string(page.controls_[earlier->second].place.line) +
+                                      "; give this one another",
                                   true});
     }
     page.controls_.push_back(std::move(control));
+  }
+  for (const PublishedSpan& span : scanned.published) {
+    page.published_.emplace(span.name, Text{span.text_begin, span.text_end});
   }
   if (!scanned.problems.empty()) {
     std::sort(scanned.problems.begin(), scanned.problems.end(),
@@ -224,10 +223,8 @@ Page Page::parse(std::string path, std::string bytes) {
 }
 
 std::optional<std::size_t> Page::find(std::string_view name) const {
-  for (std::size_t i = 0; i < controls_.size(); ++i) {
-    if (controls_[i].record.name == name) return i;
-  }
-  return std::nullopt;
+  const auto found = indices_.find(name);
+  return found == indices_.end() ? std::nullopt : std::optional(found->second);
 }
 
 std::string Page::text(std::size_t index) const {
@@ -235,15 +232,10 @@ std::string Page::text(std::size_t index) const {
   return without_first_line_break(bytes_.substr(span.text_begin, span.text_end - span.text_begin), line_break());
 }
 
-bool Page::is_published() const { return bytes_.find(published_closing) != npos; }
-
 std::optional<std::string> Page::published_text(std::string_view name) const {
-  const std::string opening = published_opening(name);
-  std::size_t begin = bytes_.find(opening);
-  if (begin == npos) return std::nullopt;
-  begin += opening.size();
-  const std::size_t end = bytes_.find(published_closing, begin);
-  if (end == npos) return std::nullopt;
+  const auto found = published_.find(escape_state(name, {}));
+  if (found == published_.end()) return std::nullopt;
+  const auto [begin, end] = found->second;
   return without_first_line_break(bytes_.substr(begin, end - begin), line_break());
 }
 
@@ -261,8 +253,10 @@ void Page::Edit::replace_text(std::size_t index, std::string_view text) {
 void Page::Edit::replace_control(std::size_t index, std::string_view text) {
   refuse_marks(text);
   const Control& control = page_.controls_[index];
-  std::string bytes = published_opening(control.record.name) + text_between(text, page_.line_break());
-  changes_.push_back({control.span.begin, control.span.end, bytes.append(published_closing)});
+  std::string bytes(published_opening);
+  bytes.append(escape_state(control.record.name, {})).append("-->");
+  bytes.append(text_between(text, page_.line_break())).append(published_closing);
+  changes_.push_back({control.span.begin, control.span.end, std::move(bytes)});
 }
 
 void Page::Edit::replace_record(std::size_t index, const ControlRecord& record) {
@@ -286,6 +280,12 @@ std::string Page::Edit::result() const {
     copied = change->end;
   }
   return out.append(page_.bytes_, copied);
+}
+
+std::optional<PageProblem> warning_of_no_states(const Page& page) {
+  if (!page.controls().empty() || !page.is_published()) return std::nullopt;
+  return PageProblem{
+      .path = page.path(), .place = {}, .what = std::string(published_without_state), .is_warning = true};
 }
 
 bool write_if_changed(const std::string& path, std::string_view bytes) {

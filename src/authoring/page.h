@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -21,6 +22,10 @@ struct PageProblem {
   bool is_name_taken = false;  ///< by another control of the page, and otherwise all is well
   bool is_warning = false;     ///< the work was done all the same
 };
+
+/// What there is to say of a page that is `is_published` and lacks the state that is asked for.
+inline constexpr std::string_view published_without_state =
+    "this page was published without the state of its controls; work on the page that it was made from";
 
 /// "path:line:col: error: what", or "warning: what".
 std::string to_text(const PageProblem& problem);
@@ -83,7 +88,7 @@ public:
   /// The text that readers get of control `index`, as it was put.
   std::string text(std::size_t index) const;
   /// Whether controls of this page have left their text alone, see `Edit::replace_control`.
-  bool is_published() const;
+  bool is_published() const { return !published_.empty(); }
   /// The text that a page published without states has of the control `name`, or nothing.
   std::optional<std::string> published_text(std::string_view name) const;
 
@@ -118,10 +123,19 @@ public:
 private:
   std::string path_;
   std::string bytes_;
+  struct Text {
+    std::size_t begin;
+    std::size_t end;
+  };
   std::vector<Control> controls_;
+  std::map<std::string, std::size_t, std::less<>> indices_;  // of the controls, by name
+  std::map<std::string, Text, std::less<>> published_;       // by the name as it stands in the page
   std::size_t content_end_ = 0;
   std::string language_;
 };
+
+/// The warning that there is no control on `page` to work on, for it `is_published`; nothing for any other page.
+std::optional<PageProblem> warning_of_no_states(const Page& page);
 
 /// Writes `bytes` to `path` unless the file holds just these; true when it was written. Files are replaced whole.
 bool write_if_changed(const std::string& path, std::string_view bytes);

@@ -1,6 +1,7 @@
 #include "authoring/page_scanner.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "host/ascii.h"
@@ -108,6 +109,7 @@ private:
   void problem(std::size_t at, std::string what) { result_.problems.push_back({at, std::move(what)}); }
 
   void control() {
+    published_.reset();  // a published text holds no control
     ControlSpan span;
     span.in_comment = std::exchange(in_comment_, false);
     span.in_paragraph = in_paragraph_;
@@ -143,7 +145,19 @@ private:
     const std::size_t end = page_.find("-->", at_ + 2);  // "<!-->" is a whole comment
     const std::size_t control = next_control_before(at_ + 4, end);
     in_comment_ = control != npos;
+    if (control == npos && end != npos) published_mark(page_.substr(at_, end + 3 - at_));
     at_ = control != npos ? control : end != npos ? end + 3 : page_.size();
+  }
+
+  // `comment` may be one of the two around a published text.
+  void published_mark(std::string_view comment) {
+    if (comment.starts_with(published_opening)) {
+      const std::string_view name = comment.substr(published_opening.size());
+      published_ = PublishedSpan{.name = name.substr(0, name.size() - 3), .text_begin = at_ + comment.size()};
+    } else if (comment == published_closing && published_) {
+      published_->text_end = at_;
+      result_.published.push_back(*std::exchange(published_, std::nullopt));
+    }
   }
 
   std::size_t next_control_before(std::size_t from, std::size_t end) const {
@@ -201,6 +215,7 @@ private:
   std::size_t at_ = 0;
   bool in_comment_ = false;
   bool in_paragraph_ = false;
+  std::optional<PublishedSpan> published_;  // the one that is open
   ScannedPage result_;
 };
 

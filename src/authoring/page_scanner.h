@@ -23,6 +23,17 @@ struct ControlSpan {
   bool in_paragraph = false;  ///< a <p> is open, which the first block in the control's text would end
 };
 
+/// The text of a control that was published without its state, between two ordinary comments: byte offsets.
+///
+///     <!--published Sales-->                               text_begin, behind it
+///     <plexoras-diagram ...>...</plexoras-diagram>
+///     <!--/published-->                                    text_end, before it
+struct PublishedSpan {
+  std::string_view name;  ///< as it stands there, escaped
+  std::size_t text_begin = 0;
+  std::size_t text_end = 0;
+};
+
 /// A mark that cannot be read, and why; or one whose name another has.
 struct SpanProblem {
   std::size_t at = 0;
@@ -32,6 +43,7 @@ struct SpanProblem {
 
 struct ScannedPage {
   std::vector<ControlSpan> spans;  ///< in page order
+  std::vector<PublishedSpan> published;
   std::vector<SpanProblem> problems;
   /// Before the last "</body" tag, else the last "</html" tag, else the end: where a page's content ends.
   std::size_t content_end = 0;
@@ -41,6 +53,8 @@ struct ScannedPage {
 
 inline constexpr std::string_view control_opening = "<!--dtc";
 inline constexpr std::string_view control_closing = "<!--/dtc-->";
+inline constexpr std::string_view published_opening = "<!--published ";
+inline constexpr std::string_view published_closing = "<!--/published-->";
 
 /// Finds the controls in a page, in one pass. What looks like one inside a script, a style sheet, a title, a text
 /// area or an attribute is none; inside an ordinary comment it is.

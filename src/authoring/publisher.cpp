@@ -16,25 +16,55 @@ namespace {
 constexpr std::string_view script_name = "plexoras-diagram.js";
 constexpr std::string_view licences_name = "plexoras-diagram.LICENSES.txt";
 
-// What readers of a target get of its controls now. The target is read when the first one is asked for.
-class LastTexts {
+// The page that stands where another one is to go. It is scanned when something of it is asked for.
+class ReplacedPage {
 public:
-  explicit LastTexts(const std::string& target) : target_(target) {}
+  /// Raises when there is a file that cannot be read.
+  explicit ReplacedPage(const std::string& path) : path_(path) {
+    std::error_code there_is_none;
+    if (fs::exists(path, there_is_none)) bytes_ = read_file(path);
+  }
 
-  /// Nothing where there is no such page or control.
-  std::optional<std::string> of(std::string_view name) {
-    if (!looked_) {
-      looked_ = true;
-      ignoring_errors([&] { page_ = Page::read(target_); });
+  /// What readers get of the control `name`; nothing where there is none. Its line ends are those of a template where
+  /// they can be told, so that it takes those of the page that it goes to.
+  std::optional<std::string> text_of(std::string_view name) {
+    try {
+      const auto index = page().find(name);
+      std::optional<std::string> text = index ? page().text(*index) : page().published_text(name);
+      if (text && page().line_break() == "\n") text = replaced_all(with_line_breaks(*text, "\n"), "\n", "\r\n");
+      return text;
+    } catch (const PageError&) {
+      return std::nullopt;
     }
-    if (!page_) return std::nullopt;
-    const auto index = page_->find(name);
-    return index ? page_->text(*index) : page_->published_text(name);
+  }
+
+  /// Raises `PageError` when it holds the state of a control that would be lost: `page` has no such control, or, where
+  /// its own states are left out, another state.
+  void refuse_loss(const Page& page, Publisher::StateInMirrors states) {
+    if (bytes_.find(control_opening) == std::string::npos) return;
+    std::vector<PageProblem> problems;
+    for (const Page::Control& control : this->page().controls()) {
+      const std::string& name = control.record.name;
+      const auto index = page.find(name);
+      const bool is_kept =
+          index && (states == Publisher::StateInMirrors::Keep || page.controls()[*index].record == control.record);
+      if (is_kept) continue;
+      problems.push_back({path_, control.place,
+                          "this page holds a state of control \"" + name + "\" that " + page.path() +
+                              " does not have, and that would be lost; bring there what you need of it, and remove "
+                              "this page"});
+    }
+    if (!problems.empty()) throw PageError(std::move(problems));
   }
 
 private:
-  const std::string& target_;
-  bool looked_ = false;
+  const Page& page() {
+    if (!page_) page_ = Page::parse(path_, bytes_);
+    return *page_;
+  }
+
+  const std::string& path_;
+  std::string bytes_;
   std::optional<Page> page_;
 };
 
@@ -139,24 +169,33 @@ PublishedFile Publisher::publish_page(const std::string& source, const std::stri
   const bool keeps_state = in_place || state_in_mirrors_ == StateInMirrors::Keep;
   try {
     const Page page = Page::read(source);
+    if (const auto warning = warning_of_no_states(page); in_place && warning) result.problems.push_back(*warning);
+    std::optional<ReplacedPage> replaced;  // by another one
+    if (!in_place) replaced.emplace(target).refuse_loss(page, state_in_mirrors_);
     Page::Edit edit(page);
-    LastTexts last_texts(target);
     const auto put = [&](std::size_t index, const std::string& text) {
       keeps_state ? edit.replace_text(index, text) : edit.replace_control(index, text);
+    };
+    // The first text that loads the script does so for the page.
+    const auto look_for_script = [&](const std::string& text) {
+      if (script.empty() || text.find(script) == std::string::npos) return;
+      scripts_.insert(script_path);
+      script.clear();
     };
     for (std::size_t i = 0; i < page.controls().size(); ++i) {
       const Page::Control& control = page.controls()[i];
       try {
         const std::string text = make_text(page, control, script, result);
         put(i, text);
+        look_for_script(text);
         ++result.controls;
-        if (!script.empty() && text.find(script) != std::string::npos) {
-          scripts_.insert(script_path);
-          script.clear();
-        }
       } catch (const AutomationError& error) {
-        // In place the text is there already, and stays byte for byte.
-        if (!in_place) put(i, last_texts.of(control.record.name).value_or(page.text(i)));
+        std::string text = page.text(i);
+        if (replaced) {  // in place the text is there already, and stays byte for byte
+          text = replaced->text_of(control.record.name).value_or(std::move(text));
+          put(i, text);
+        }
+        look_for_script(text);
         result.problems.push_back(
             {source, control.place, "control \"" + control.record.name + "\": " + error.description()});
       }
@@ -207,6 +246,14 @@ PublishedFile Publisher::put_beside_pages(std::string_view name, const std::stri
     result.outcome = PublishedFile::Outcome::Failed;
   }
   return result;
+}
+
+bool Publisher::brings(const std::string& target) {
+  const fs::path path = fs::path(target).lexically_normal();
+  const std::string name = path.filename().string();
+  return (name == script_name || name == licences_name) &&
+         scripts_.contains((path.parent_path() / script_name).string()) &&
+         !session_.files.LocateTemplateFile(name).empty();
 }
 
 std::vector<PublishedFile> Publisher::publish_scripts() {

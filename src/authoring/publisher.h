@@ -37,7 +37,9 @@ struct PublishedFile {
 /// one, which is a warning.
 ///
 /// A page that is published into another file holds the text of its controls and not their state, which is the
-/// author's; in place the state stays, for there is no other.
+/// author's; in place the state stays, for there is no other. A target that holds states of its own is not written: it
+/// may be where an author works. States that are those of the source may go, and with `StateInMirrors::Keep` the
+/// source's replace those of the same controls.
 ///
 /// The same input gives the same bytes. A control that fails keeps the text that readers of the target have of it, so
 /// that a page never shows half a chart; the other controls of the page, and the other pages, come out all the same.
@@ -58,6 +60,8 @@ public:
   PublishedFile publish_page(const std::string& source, const std::string& target, const std::string& root = {});
   /// Copies a file that is no page.
   PublishedFile copy_file(const std::string& source, const std::string& target);
+  /// Whether `publish_scripts` puts a file at `target` for the pages published so far: no other belongs there.
+  bool brings(const std::string& target);
   /// Puts the script that draws charts where the pages published so far look for it, and the licences of what it is
   /// built on beside it.
   std::vector<PublishedFile> publish_scripts();
@@ -84,12 +88,14 @@ struct SiteFile {
   std::string problem = {};  ///< why it can be neither read nor listed; empty for a file
 };
 
-/// The files to publish for `paths`, in a fixed order. With no `output` pages go where they are and other files are
-/// left out; else a file goes into `output`, and what is in a folder goes to the same place below `output`.
+/// The files to publish for `paths`, in a fixed order, pages before others. With no `output` pages go where they are
+/// and other files are left out; else a file goes into `output`, and what is in a folder goes to the same place below
+/// `output`.
 ///
 /// Links to folders are followed for a mirror, each folder once, and left alone in place. The output folder itself, the
 /// folders of version control systems and this program's temporary files are passed over. What cannot be listed is an
-/// entry with a `problem`. Raises error 5 when two files would go to one place, and 75 when `output` is a file.
+/// entry with a `problem`, and so is what would be written over another one's source. Raises error 5 when two files
+/// would go to one place, and 75 when `output` is a file.
 std::vector<SiteFile> site_files(const std::vector<std::string>& paths, const std::string& output);
 
 }  // namespace plexoras

@@ -73,6 +73,7 @@ RefreshedPage Refresher::refresh_page(const std::string& path) {
   RefreshedPage result{path};
   try {
     const Page page = Page::read(path);
+    if (const auto warning = warning_of_no_states(page)) result.problems.push_back(*warning);
     Page::Edit edit(page);
     Documents documents(session_.platform.files, page.path());
     for (std::size_t i = 0; i < page.controls().size(); ++i) {

@@ -26,7 +26,8 @@ struct RefreshedChart {
   std::vector<PageProblem> problems = {};
 };
 
-/// What came of one page. A page that cannot be read or written has problems of its own.
+/// What came of one page. A page that cannot be read or written has problems of its own; one that was published
+/// without states, a warning.
 struct RefreshedPage {
   std::string page;
   std::vector<RefreshedChart> charts = {};  ///< in page order

@@ -96,6 +96,24 @@ private:
   std::set<fs::path> followed_;  // the real paths that links have led to
 };
 
+// A target may be a link, or lie in a folder that is published, too: what is still to be read must not be replaced.
+void refuse_sources_as_targets(std::vector<SiteFile>& files) {
+  std::map<fs::path, const SiteFile*> by_source;
+  std::vector<fs::path> sources;
+  std::error_code not_there;
+  for (const SiteFile& file : files) {
+    sources.push_back(fs::canonical(file.source, not_there));
+    by_source.emplace(sources.back(), &file);
+  }
+  for (std::size_t i = 0; i < files.size(); ++i) {
+    const fs::path target = fs::canonical(files[i].target, not_there);
+    const auto source = by_source.find(target);
+    if (target.empty() || source == by_source.end() || target == sources[i]) continue;
+    files[i].problem = files[i].target + ", where it is to go, is " + source->second->source +
+                       ", which is published, too; write into another folder, or remove the link";
+  }
+}
+
 }  // namespace
 
 std::vector<SiteFile> site_files(const std::vector<std::string>& paths, const std::string& output) {
@@ -137,6 +155,8 @@ std::vector<SiteFile> site_files(const std::vector<std::string>& paths, const st
   } catch (const fs::filesystem_error& error) {
     throw AutomationError(RunTimeError::PathFileAccess, error.path1().string() + ": " + error.code().message());
   }
+  if (!output.empty()) refuse_sources_as_targets(files);
+  std::stable_partition(files.begin(), files.end(), [](const SiteFile& file) { return file.is_page; });
   return files;
 }
 

@@ -71,7 +71,12 @@ int run_check(const CheckOptions& options, HeadlessPlatform& host, Console& cons
     text += console.options().json ? json_line(to_json(finding)) : to_text(finding);
   }
   console.result(text);
-  console.say(counted(errors, "error") + " and " + counted(warnings, "warning") + " in " + counted(file_count, "file"));
+  std::string sentence =
+      counted(errors, "error") + " and " + counted(warnings, "warning") + " in " + counted(file_count, "file");
+  if (const std::size_t pages = checker.published_pages(); pages > 0) {
+    sentence += ", " + std::to_string(pages) + " of them published without state";
+  }
+  console.say(sentence);
   return errors > 0 || (options.warnings_are_errors && warnings > 0) ? exit_failed : exit_done;
 }
 

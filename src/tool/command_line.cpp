@@ -164,13 +164,15 @@ Run declare_image(CLI::App& app) {
 Run declare_publish(CLI::App& app) {
   auto options = std::make_shared<PublishOptions>();
   app.add_option("PATH", options->paths, "Pages, or folders with pages")->required()->check(given());
-  app.add_option("-o,--output", options->output,
-                 "Write a mirror of the site into this folder; without it pages are published in place")
-      ->check(given());
+  CLI::Option* const output =
+      app.add_option("-o,--output", options->output,
+                     "Write a mirror of the site into this folder; without it pages are published in place");
+  output->check(given());
   app.add_flag("--snapshot", options->snapshot,
                "Put a picture of each chart into the page, for readers without scripts; needs Node 18 or later");
   app.add_flag("--keep-state", options->keep_state,
-               "With -o: keep the state of controls in the pages, so that they can be worked on there, too");
+               "With -o: keep the state of controls in the pages, so that they can be worked on there, too")
+      ->needs(output);
   return running(run_publish, options);
 }
 

@@ -190,6 +190,7 @@ int run_new(const NewOptions& options, HeadlessPlatform& host, Console& console)
 
   const bool is_new_page = !exists(options.page);
   const Page page = is_new_page ? Page::parse(options.page, empty_page(options.name)) : Page::read(options.page);
+  refuse_published(page);
   if (page.find(options.name)) {
     throw AutomationError(RunTimeError::InvalidCall,
                           options.page + ": there is a control \"" + options.name + "\" already; give another --name");
@@ -220,6 +221,7 @@ int run_get(const GetOptions& options, HeadlessPlatform& host, Console& console)
   const Page page = Page::read(target.page);
   TemplateSession session(host.platform());
 
+  if (page.controls().empty()) refuse_published(page);
   // A page alone stands for all of its controls.
   std::vector<std::size_t> indices;
   if (target.name.empty() && page.controls().size() != 1 && options.properties.empty()) {

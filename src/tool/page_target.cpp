@@ -11,21 +11,22 @@ PageTarget parse_page_target(std::string_view text) {
   return {std::string(text.substr(0, hash)), std::string(text.substr(hash + 1))};
 }
 
+void refuse_published(const Page& page) {
+  if (!page.is_published()) return;
+  throw AutomationError(RunTimeError::InvalidCall, page.path() + ": " + std::string(published_without_state) +
+                                                       ", or publish that with --keep-state");
+}
+
 std::size_t find_control(const Page& page, const PageTarget& target) {
   const std::size_t count = page.controls().size();
-  if (count == 0 && page.is_published()) {
-    throw AutomationError(RunTimeError::InvalidCall,
-                          page.path() +
-                              ": this page was published without the state of its controls; work on the page "
-                              "that it was made from, or publish that with --keep-state");
-  }
+  if (target.name.empty() && count == 1) return 0;
+  if (const auto index = page.find(target.name)) return *index;
+  if (count == 0 || !target.name.empty()) refuse_published(page);
   if (count == 0) {
     throw AutomationError(
         RunTimeError::InvalidCall,
         page.path() + ": there is no control on this page; add one with: plexoras new " + page.path() + " --name NAME");
   }
-  if (target.name.empty() && count == 1) return 0;
-  if (const auto index = page.find(target.name)) return *index;
 
   std::vector<std::string> names;
   std::string listed;

@@ -19,6 +19,9 @@ struct PageTarget {
 };
 PageTarget parse_page_target(std::string_view text);
 
+/// Error 5 for a page that was published without the state of its controls.
+void refuse_published(const Page& page);
+
 /// The index of the control that `target` names, or of the only one when it names none. Error 5 with what there is
 /// instead.
 std::size_t find_control(const Page& page, const PageTarget& target);

@@ -119,6 +119,7 @@ int run_publish(const PublishOptions& options, HeadlessPlatform& host, Console& 
   defer_interrupts();
   for (const SiteFile& file : site_files(options.paths, options.output)) {
     if (interrupted()) break;
+    if (publisher.brings(file.target)) continue;  // the site has one of an earlier version
     const PublishedFile result = publish(publisher, file);
     totals.add(file, result);
     report(result, console);

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <nlohmann/json.hpp>
 
 #include "authoring/publisher.h"
@@ -11,13 +12,18 @@ namespace {
 
 using Outcome = RefreshedChart::Outcome;
 
+// As a whole.
+bool has_failed(const RefreshedPage& page) {
+  return std::ranges::any_of(page.problems, [](const PageProblem& problem) { return !problem.is_warning; });
+}
+
 struct Totals {
   std::size_t unchanged = 0;
   std::size_t changed = 0;
   std::size_t failed = 0;  // charts, and pages as a whole
 
   void add(const RefreshedPage& page) {
-    failed += page.problems.empty() ? 0 : 1;
+    failed += has_failed(page) ? 1 : 0;
     for (const RefreshedChart& chart : page.charts) {
       unchanged += chart.outcome == Outcome::Unchanged ? 1 : 0;
       changed += chart.outcome == Outcome::Changed ? 1 : 0;
@@ -55,7 +61,9 @@ void report_objects(const RefreshedPage& page, Console& console) {
     object["changes"] = to_json(chart.changes);
     console.result(json_line(object));
   }
-  if (!page.problems.empty()) console.result(json_line(report_json(page.page, "failed", page.problems)));
+  if (page.problems.empty()) return;
+  const char* const outcome = has_failed(page) ? "failed" : outcome_words[static_cast<std::size_t>(Outcome::NoSource)];
+  console.result(json_line(report_json(page.page, outcome, page.problems)));
 }
 
 void report_lines(const RefreshedPage& page, Console& console) {

@@ -84,11 +84,36 @@ TEST(Page, EditKeepsEveryOtherByte) {
 
 TEST(Page, RefusesTextsThatHoldMarks) {
   const Page page = Page::parse("p", page_of(sample_record()));
-  for (const std::string_view text : {"<!--dtc X-->", "a<!--/dtc-->", "<!--/dtc"}) {
+  for (const std::string_view text :
+       {"<!--dtc X-->", "a<!--/dtc-->", "<!--/dtc", "<!--published B-->", "<!--/published-->"}) {
     Page::Edit edit(page);
     EXPECT_EQ(brief_outcome([&] { return edit.replace_text(0, text), ""; }), "error 5") << text;
     EXPECT_EQ(edit.result(), page.bytes());
     EXPECT_EQ(brief_outcome([&] { return Page::span_text(sample_record(), text, "\n"); }), "error 5") << text;
+  }
+}
+
+TEST(Page, FindsPublishedTextsInRealComments) {
+  constexpr std::string_view one = "<!--published A&amp;-->\n1<!--/published-->";
+  struct Case {
+    const char* name;
+    std::string_view page;   // @ stands for a published text
+    std::string_view found;  // "-" for none
+  };
+  const Case cases[] = {
+      {"alone", "@", "1"},
+      {"the first of two", "@<!--published A&amp;-->2<!--/published-->", "1"},
+      {"in a script", "<script>'@'</script>", "-"},
+      {"in an attribute", "<p title='@'>", "-"},
+      {"behind one that is not closed", "<!--published B-->@", "1"},
+      {"without an end", "<!--published A&amp;-->", "-"},
+      {"an end alone", "<!--/published-->", "-"},
+      {"around a control", "<!--published A&amp;--><!--dtc X name=\"A\"--><!--/dtc--><!--/published-->", "-"},
+  };
+  for (const Case& c : cases) {
+    const Page page = Page::parse("p", replaced_all(c.page, "@", one));
+    EXPECT_EQ(page.published_text("A&").value_or("-"), c.found) << c.name;
+    EXPECT_EQ(page.is_published(), c.found != "-") << c.name;
   }
 }
 

@@ -143,13 +143,56 @@ TEST(Publisher, KeepsWhatReadersOfAMirrorHave) {
       site.folder.write("out/p.html", last);
       EXPECT_EQ(mirror(state), Outcome::Failed);
       EXPECT_EQ(text(site.folder.read("out/p.html")), text(without));
-      EXPECT_EQ(Page::read(site.folder.path("out/p.html")).controls().size(), state == State::Keep ? 1u : 0u);
+      const bool stays = state == State::LeaveOut && last == with_state;  // for its state is not the source's
+      EXPECT_EQ(Page::read(site.folder.path("out/p.html")).controls().size(), state == State::Keep || stays ? 1u : 0u);
     }
   }
+  // Also in a page that has other line ends now.
+  site.folder.write("p.html", page_of(site.record("A", "yes"), "", "\r\n"));
+  EXPECT_EQ(mirror(State::LeaveOut), Outcome::Failed);
+  EXPECT_EQ(site.folder.read("out/p.html"), replaced_all(without, "\n", "\r\n"));
+  site.folder.write("p.html", page_of(site.record("A", "yes"), "the source's own"));
   fs::remove(site.folder.path("out/p.html"));
   EXPECT_EQ(mirror(State::LeaveOut), Outcome::Failed);
   EXPECT_EQ(site.folder.read("out/p.html"),
             "<body>\n<!--published A-->\nthe source's own\n<!--/published-->\n</body>\n");
+}
+
+TEST(Publisher, RefusesToReplaceStatesThatAreNowhereElse) {
+  Site site;
+  using State = Publisher::StateInMirrors;
+  const std::string a = page_of(site.record("A"), "old"), edited = page_of(site.record("A", "no"), "old");
+  const std::string b = page_of(site.record("B"), "old");
+  struct Case {
+    const char* name;
+    std::string source, target;
+    std::string_view refused, refused_with_state;  // the names of the controls
+  };
+  const Case cases[] = {
+      {"the states of the source", a, a, "", ""},
+      {"an edited state", a, edited, "A", ""},
+      {"a control more", a, b + edited, "BA", "B"},
+      {"the source itself, from its mirror", "<!--published A-->x<!--/published-->", a, "A", "A"},
+      {"a page in place of one with controls", "<p>", a, "A", "A"},
+      {"what only looks like a control", a, "<script>" + b + "</script>", "", ""},
+      {"what cannot be read", a, b + "<!--dtc X-->", "!", "!"},
+  };
+  for (const Case& c : cases) {
+    for (const State state : {State::LeaveOut, State::Keep}) {
+      site.folder.write("p.html", c.source);
+      site.folder.write("out.html", c.target);
+      Publisher publisher(site.author.session, Publisher::Writing::Write, {}, state);
+      const PublishedFile result = publisher.publish_page(site.folder.path("p.html"), site.folder.path("out.html"));
+      std::string refused;
+      for (const PageProblem& problem : result.problems) {
+        EXPECT_EQ(problem.path, site.folder.path("out.html")) << c.name;
+        const std::size_t name = problem.what.find("control \"");
+        refused += name == std::string::npos ? '!' : problem.what[name + 9];
+      }
+      EXPECT_EQ(refused, state == State::Keep ? c.refused_with_state : c.refused) << c.name;
+      EXPECT_EQ(site.folder.read("out.html") == c.target, !refused.empty()) << c.name;
+    }
+  }
 }
 
 TEST(Publisher, KeepsTheStateOfAPageThatIsItsOwnMirror) {
@@ -272,6 +315,22 @@ TEST(Publisher, PutsTheScriptOncePerPageAndSite) {
   EXPECT_EQ(publisher.publish_scripts().front().outcome, Outcome::Unchanged);
 }
 
+TEST(Publisher, LooksForTheScriptInTheTextOfAControlThatFails) {
+  Site site;
+  site.author.host.files["plexoras-diagram.js"] = "draw()";
+  site.author.host.files["DIAGRAM.DAT"] = std::string(Author::default_template) +
+                                          "#IFDEF DIAGRAMSCRIPT\n<script src=\"$(DIAGRAMSCRIPT)\"></script>\n#ENDIF\n";
+  for (const std::string target : {"p.html", "out/p.html"}) {
+    site.folder.write("p.html", page_of(site.record("A", "yes"), "<script src=\"plexoras-diagram.js\"></script>") +
+                                    page_of(site.record("B")));
+    Publisher publisher(site.author.session);
+    EXPECT_EQ(publisher.publish_page(site.folder.path("p.html"), site.folder.path(target)).controls, 1u);
+    const std::string bytes = site.folder.read(target);
+    EXPECT_EQ(bytes.find("<script"), bytes.rfind("<script")) << bytes;
+    EXPECT_EQ(publisher.publish_scripts().size(), 1u) << target;
+  }
+}
+
 TEST(Publisher, TellsOfAMissingScript) {
   Site site;
   site.author.host.files["DIAGRAM.DAT"] = showing_template;
@@ -338,7 +397,7 @@ TEST(SiteFiles, MirrorASite) {
 
   EXPECT_EQ(files_of(site.folder, {"s"}, ""), "[s/b.html] [s/out/left.html] [s/sub/a.HTM] ");
   EXPECT_EQ(files_of(site.folder, {"s"}, "s/out"),
-            "[s/b.html>s/out/b.html] s/logo.png>s/out/logo.png [s/sub/a.HTM>s/out/sub/a.HTM] ");
+            "[s/b.html>s/out/b.html] [s/sub/a.HTM>s/out/sub/a.HTM] s/logo.png>s/out/logo.png ");
   EXPECT_EQ(files_of(site.folder, {"s/sub", "s/logo.png", "s/sub"}, "o"),
             "[s/sub/a.HTM>o/a.HTM] [s/logo.png>o/logo.png] ");
 
@@ -352,7 +411,7 @@ TEST(SiteFiles, MirrorASite) {
       EXPECT_EQ(site.problems(result), "");
     }
   }
-  EXPECT_EQ(outcomes, "WCWUUU");
+  EXPECT_EQ(outcomes, "WWCUUU");
   EXPECT_EQ(site.folder.read("s/b.html"), page) << "the source stays";
   EXPECT_EQ(site.folder.read("s/out/logo.png"), std::string_view("\0\r\n", 3));
   EXPECT_EQ(site.folder.read("s/out/sub/a.HTM"), site.folder.read("s/out/b.html"));
@@ -384,8 +443,15 @@ TEST(SiteFiles, RefuseWhatCannotBeDone) {
     }
     return replaced_all(text, folder.path() + "/", "");
   };
-  EXPECT_EQ(listed(folder.path("o")), "a/link/x.html a/lost! a/twice! a/up/b/x.html a/x.html ");
+  EXPECT_EQ(listed(folder.path("o")), "a/link/x.html a/up/b/x.html a/x.html a/lost! a/twice! ");
   EXPECT_EQ(listed(""), "a/x.html ");  // in place nothing outside the folder is written
+
+  // What another source would be lost by.
+  folder.write("a/w.html", "");
+  fs::create_directory(folder.path("q"));
+  fs::create_symlink("../a/x.html", folder.path("q/w.html"));
+  fs::create_symlink("../a/x.html", folder.path("q/x.html"));
+  EXPECT_EQ(listed(folder.path("q")), "a/link/x.html a/up/b/x.html a/w.html! a/x.html a/lost! a/twice! ");
 }
 
 }  // namespace

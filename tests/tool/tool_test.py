@@ -127,6 +127,7 @@ class CommandLine(ToolTest):
             (["import", "x.csv", "--first-row=maybe"], "--first-row: takes no value, or true or false"),
             (["import", "x.csv", "--delimiter", ""], "--delimiter: must not be empty"),
             (["publish", "p.html", "-o", ""], "--output: must not be empty"),
+            (["publish", "p.html", "--keep-state"], "--keep-state requires --output"),
             (["publish", "p.html", "--color", "blue"], "auto"),
             (["expand", "x.dat", "S", "-D", "X"], '-D takes NAME=VALUE, not "X"'),
             (["expand", "x.dat", "S", "--nesting", "0"], "range"),
@@ -771,7 +772,17 @@ class Publish(ToolTest):
         self.done("publish", "p.html", "q.html", "-o", "out")
         self.assertEqual(self.read("out/p.html"), self.read("out/q.html"))
         self.assertNotIn(b"<!--dtc", self.read("out/p.html"))
-        self.refused(1, "out/p.html: this page was published without the state of its controls", "get", "out/p.html#A")
+        no_state = "this page was published without the state of its controls; work on the page that it was made from"
+        for arguments in (["get", "out/p.html#A"], ["get", "out/p.html"], ["new", "out/p.html", "--name", "B"]):
+            self.refused(1, f"out/p.html: {no_state}, or publish that with --keep-state", *arguments)
+        for arguments in (["refresh", "out/p.html", "--check"], ["publish", "out/p.html"]):
+            result = self.run_tool(*arguments)
+            self.assertEqual((result.returncode, result.stderr.splitlines()[0].decode()),
+                             (0, f"out/p.html:1:1: warning: {no_state}"))
+            (row,) = self.json(*arguments)
+            self.assertEqual([p["severity"] for p in row["problems"]], ["warning"])
+        self.assertIn(b"0 errors and 0 warnings in 2 files, 2 of them published without state\n",
+                      self.run_tool("check", "out").stderr)
         self.assertIn(b"1 written", self.run_tool("publish", "p.html", "-o", "out", "--keep-state").stderr)
         self.assertEqual(self.read("out/p.html"), text)
 
@@ -810,7 +821,13 @@ class Publish(ToolTest):
         for row in rows:
             same = self.read(row["source"]) == self.read(row["target"])
             self.assertEqual(same, row["outcome"] == "copied", row)
+        self.write("site/plexoras-diagram.js", b"of an earlier version")  # from publishing in place
+        self.write("site/plexoras-diagram.LICENSES.txt", b"of an earlier version")
         self.assertEqual({r["outcome"] for r in self.json("publish", "site/", "-o", "site/out")}, {"unchanged"})
+        result = self.run_tool("publish", "site/out", "-o", "site")
+        self.assertEqual(result.returncode, 1)
+        self.assertRegex(result.stderr.decode(),
+                         r'^site/a\.html:\d+:1: error: this page holds a state of control "A" that site/out/a\.html does not')
         self.assertEqual(self.read("site/a.html"), page)
         self.assertFalse(os.path.exists(self.path("site/out/.git")))
         self.refused(1, "would both be written to o/a.html", "publish", "site/a.html", "site/out/a.html", "-o", "o")

@@ -102,7 +102,6 @@ const programs = [
 
 const packages = new Set();
 for (const { file, limit, options } of programs) {
-  if (!existsSync(join(here, options.entryPoints[0]))) continue;
   const outfile = join(out, file);
   const { metafile } = await build({ ...common, ...options, outfile });
   for (const input of Object.keys(metafile.inputs)) {

@@ -175,8 +175,9 @@ void Checker::check_file(const std::string& path) {
     return;
   }
   check_allowed_rules(platform_.files.shown(path), bytes, CheckRule::Subject::Page, findings_);
-  std::vector<Finding> found = check_page(session_, path, std::move(bytes));
-  for (Finding& finding : found) findings_.add(std::move(finding));
+  CheckedPage page = check_page(session_, path, std::move(bytes));
+  published_pages_ += page.is_published ? 1 : 0;
+  for (Finding& finding : page.findings) findings_.add(std::move(finding));
 }
 
 std::string_view Checker::line_at(const std::string& path, std::size_t line) {

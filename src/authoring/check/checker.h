@@ -27,6 +27,8 @@ public:
   /// By file, line and column, at most 20 a line, without those that a comment silences. A file that cannot be read is
   /// one of them.
   std::vector<Finding> check();
+  /// How many of the pages checked so far were published without the state of their controls.
+  std::size_t published_pages() const { return published_pages_; }
 
 private:
   struct Folder;
@@ -41,6 +43,7 @@ private:
   TemplateSession session_;                                              // for the controls of pages
   std::map<std::string, std::unique_ptr<Folder>, std::less<>> folders_;  // of templates
   Findings findings_;
+  std::size_t published_pages_ = 0;
   std::map<std::string, std::string> bytes_;  // of the files that something was found in
   std::map<std::string, std::vector<std::string_view>> lines_;
 };

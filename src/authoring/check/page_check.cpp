@@ -157,9 +157,10 @@ private:
 
 }  // namespace
 
-std::vector<Finding> check_page(TemplateSession& session, const std::string& path, std::string bytes) {
+CheckedPage check_page(TemplateSession& session, const std::string& path, std::string bytes) {
   try {
-    return PageCheck(session, Page::parse(path, std::move(bytes))).check();
+    const Page page = Page::parse(path, std::move(bytes));
+    return {PageCheck(session, page).check(), warning_of_no_states(page).has_value()};
   } catch (const PageError& error) {
     std::vector<Finding> findings;
     for (const PageProblem& problem : error.problems()) {
@@ -174,7 +175,7 @@ std::vector<Finding> check_page(TemplateSession& session, const std::string& pat
       if (semicolon != std::string::npos) finding.mend = problem.what.substr(semicolon + 2);
       findings.push_back(std::move(finding));
     }
-    return findings;
+    return {std::move(findings)};
   }
 }
 

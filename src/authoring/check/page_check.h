@@ -7,8 +7,13 @@
 
 namespace plexoras {
 
-/// Reads the controls of a page as they would be loaded for publishing, and tells what is wrong with them. The text
-/// that readers get is not looked at. `bytes` are the page's; `path` is for messages.
-std::vector<Finding> check_page(TemplateSession& session, const std::string& path, std::string bytes);
+struct CheckedPage {
+  std::vector<Finding> findings;
+  bool is_published = false;  ///< without the state of its controls, so that there is nothing to check
+};
+
+/// Reads the controls of a page as they would be loaded for publishing, and tells what is wrong with them. Of the text
+/// that readers get, the stamp of its picture alone is looked at. `bytes` are the page's; `path` is for messages.
+CheckedPage check_page(TemplateSession& session, const std::string& path, std::string bytes);
 
 }  // namespace plexoras

@@ -31,12 +31,12 @@ export class DrawTimes {
     return this.unseen;
   }
 
-  /** Begins to watch the element and the page. */
+  /** Begins to watch the element and the page. Where it does already, a drawing that is asked for still comes. */
   start(): void {
-    this.stop();
     window.addEventListener("beforeprint", this.beforePrint);
     window.addEventListener("afterprint", this.afterPrint);
     if (this.isWoken) return;
+    this.stopWaiting();
     this.view = new IntersectionObserver((entries) => {
       if (entries.some((entry) => entry.isIntersecting)) this.wake();
     }, { rootMargin: nearby });
@@ -52,6 +52,7 @@ export class DrawTimes {
     this.stopWaiting();
     cancelAnimationFrame(this.frame);
     this.frame = 0;
+    this.isDue = this.printing = false;
   }
 
   /** Asks for a drawing. */

@@ -41,8 +41,10 @@ export class DiagramElement extends HTMLElement {
     });
   }
 
-  /** Moved without having left: nothing changes. */
-  connectedMoveCallback(): void {}
+  /** Moved without having left. */
+  connectedMoveCallback(): void {
+    this.#figure.start();
+  }
 
   adoptedCallback(): void {
     this.#figure.adopt();

@@ -2,6 +2,7 @@
 import type { CellPlace, Scene } from "./charts/chart.ts";
 import type { Table } from "./data/table.ts";
 import { tableOf } from "./data/table.ts";
+import { TypedCells } from "./data/typed_cells.ts";
 import { DrawTimes } from "./draw_times.ts";
 import { FigureBox } from "./figure_box.ts";
 import { FigureEvents } from "./figure_events.ts";
@@ -17,7 +18,7 @@ import { runCommand } from "./parts/commands.ts";
 import { mountMenu } from "./parts/popup_menu.ts";
 import type { OptionHook, Stage } from "./parts/stage.ts";
 import { mountStage } from "./parts/stage.ts";
-import { mountTabs } from "./parts/tabs.ts";
+import { mountTabs, seriesWithTabs } from "./parts/tabs.ts";
 import { mountWalker } from "./parts/walker.ts";
 import { isTable } from "./settings/diagram_types.ts";
 import type { MenuItem } from "./settings/menu.ts";
@@ -35,7 +36,7 @@ export interface ShownTable {
   readonly cells: readonly (readonly string[])[];
 }
 
-/** What settings come to before anything is measured. */
+/** What settings, and what has been typed, come to before anything is measured. */
 interface Model {
   readonly settings: Settings;
   readonly table: Table;
@@ -58,9 +59,12 @@ export class Figure implements PartHost {
   private isReadDue = false;
   private model: Model | null = null;
   private shown: Scene | null = null;
+  // Something was to be drawn while the box had no size.
+  private isOwed = false;
   private parts: Part[] = [];
   private stage: Stage | null = null;
   private tabs: Part | null = null;
+  private readonly typed = new TypedCells();
   private selection: readonly CellPlace[] = [];
   private series: number | null = null;
 
@@ -70,7 +74,7 @@ export class Figure implements PartHost {
     this.box = new FigureBox(element, root);
     this.events = new FigureEvents(element);
     this.internals = typeof element.attachInternals === "function" ? element.attachInternals() : null;
-    this.surroundings = new Surroundings(element, () => this.redraw());
+    this.surroundings = new Surroundings(element, () => this.readAgain());
     this.times = new DrawTimes(element, () => this.draw());
     this.sizes = new ResizeObserver(() => this.measure());
   }
@@ -108,11 +112,13 @@ export class Figure implements PartHost {
     return { rowTitle, columnTitle, valueTitle, rowLabels, columnLabels, cells };
   }
 
-  /** The element has come into a document. */
+  /** The element has come into a document, or to another place of it. */
   start(): void {
     this.surroundings.watch();
     this.times.start();
     this.sizes.observe(this.drawing);
+    // The language, the colours and the font are those of the new place.
+    this.readAgain();
   }
 
   /** The element has left the document: all that a drawing keeps is given back. */
@@ -124,6 +130,7 @@ export class Figure implements PartHost {
     this.texts = null;
     this.isReadDue = false;
     this.model = null;
+    this.typed.forget();
     this.box.setState("pending");
   }
 
@@ -144,7 +151,7 @@ export class Figure implements PartHost {
     }
   }
 
-  /** The element's language may have changed, and with it the format of its values. */
+  /** The language may have changed, and with it the format of the values; or what surrounds the element. */
   readAgain(): void {
     if (this.isReadDue || !this.texts) return;
     this.isReadDue = true;
@@ -186,6 +193,16 @@ export class Figure implements PartHost {
     this.events.selected(selection, table, format);
   }
 
+  type({ row, column }: CellPlace, text: string): void {
+    const { model, shown } = this;
+    const table = model && this.typed.put(row, column, text);
+    if (!table) return;
+    // What comes in the next frame may be another table than the one on show.
+    if (shown?.table === model.table) this.shown = { ...shown, table };
+    this.model = { ...model, table };
+    this.redraw();
+  }
+
   showSeries(series: number | null): void {
     this.series = series;
     this.redraw();
@@ -225,11 +242,13 @@ export class Figure implements PartHost {
       this.box.setState(settings.visible ? "pending" : "hidden");
       return;
     }
-    const table = tableOf(contents, { transposed: style.IsTransposed, numberOf: numberReader(style) });
+    const numberOf = numberReader(style);
+    const table = this.typed.publish(tableOf(contents, { transposed: style.IsTransposed, numberOf }), numberOf);
     const format = valueFormat(style, languagesFor(this.element));
     this.model = { settings, table, format };
     this.selection = this.selectionIn(table, settings, before);
-    if (this.series !== null && this.series >= table.columnLabels.length) this.series = null;
+    // What no tab stands for any more could not be left.
+    if (this.series !== null && !seriesWithTabs(style, table).includes(this.series)) this.series = null;
     // The menu's part is made for its entries.
     if (before && JSON.stringify(before.settings.menu) !== JSON.stringify(settings.menu)) this.clear();
     if (before && before.settings.hasMenu !== settings.hasMenu) this.clear();
@@ -255,13 +274,16 @@ export class Figure implements PartHost {
   // Draws again where the box has another size than what is drawn.
   private measure(): void {
     const { clientWidth, clientHeight } = this.drawing;
-    if (this.shown?.width !== clientWidth || this.shown.height !== clientHeight) this.redraw();
+    if (clientWidth === 0) return;
+    if (this.isOwed || this.shown?.width !== clientWidth || this.shown.height !== clientHeight) this.redraw();
   }
 
   private draw(): void {
     const { model } = this;
+    if (!model || !model.settings.visible || !this.element.isConnected) return;
     // A box without a size gets one later, and then draws.
-    if (!model || !model.settings.visible || !this.element.isConnected || this.drawing.clientWidth === 0) return;
+    this.isOwed = this.drawing.clientWidth === 0;
+    if (this.isOwed) return;
     try {
       this.drawModel(model);
     } catch (problem) {

@@ -79,13 +79,13 @@ export class FigureBox {
     this.setRule("--_ground", look.ground);
     this.setRule("--_line", look.grid);
     this.setRule("--_accent", look.palette[0] ?? look.text);
+    this.setRule("--_scheme", look.dark ? "dark" : "light");
     this.frame.classList.toggle("bordered", hasBorder);
     const { style } = this.frame;
     style.fontFamily = look.fontFamily;
     style.fontSize = `${look.fontSize}px`;
     style.fontWeight = look.fontWeight;
     style.fontStyle = look.fontStyle;
-    style.colorScheme = look.dark ? "dark" : "light";
   }
 
   private setRule(name: string, value: string): void {

@@ -5,6 +5,7 @@ export const figureStyle = `
 :host {
   display: block;
   position: relative;
+  vertical-align: top;
   box-sizing: border-box;
   min-width: 0;
   max-width: 100%;
@@ -20,6 +21,7 @@ export const figureStyle = `
   overflow: hidden;
   color: var(--_text);
   background: var(--_ground);
+  color-scheme: var(--_scheme);
   print-color-adjust: exact;
   -webkit-print-color-adjust: exact;
 }
@@ -48,7 +50,7 @@ export const figureStyle = `
 .failed > .frame { display: none; }
 .drawn, .pending { height: 100%; }
 .drawn > .frame { position: relative; height: 100%; }
-.drawn > .fallback {
+.drawn > .fallback:not(:focus-within) {
   position: absolute;
   top: 0;
   left: 0;
@@ -59,6 +61,20 @@ export const figureStyle = `
   clip-path: inset(50%);
   white-space: nowrap;
   pointer-events: none;
+}
+/* A link in it that has the focus is seen, over the drawing. */
+.drawn > .fallback:focus-within {
+  position: absolute;
+  z-index: 5;
+  inset: 0 0 auto 0;
+  box-sizing: border-box;
+  max-height: 100%;
+  padding: 10px 14px;
+  overflow: auto;
+  color: var(--_text);
+  background: var(--_ground);
+  color-scheme: var(--_scheme);
+  border: 1px solid var(--_line);
 }
 .drawn > .fallback.repeated { display: none; }
 /* A picture that stands in for the drawing says what the figure's name and the table say. */

@@ -1,4 +1,5 @@
 // What around an element decides how it looks and speaks: the page's style, the reader's system and languages.
+import { languagesFor } from "./host/languages.ts";
 import type { Reading } from "./look/theme.ts";
 import { customProperties } from "./look/theme.ts";
 
@@ -8,11 +9,16 @@ const queries = {
   still: "(prefers-reduced-motion: reduce)",
 } as const;
 
+type OfPage = Pick<Reading, "font" | "custom">;
+
 /** The surroundings of one element, watched from `watch` to `release`. */
 export class Surroundings {
   private readonly element: HTMLElement;
   private readonly changed: () => void;
+  private readonly page = new MutationObserver(() => this.compare());
   private lists: MediaQueryList[] = [];
+  // What the page asked for when it was last looked at.
+  private known = "";
 
   constructor(element: HTMLElement, changed: () => void) {
     this.element = element;
@@ -23,26 +29,49 @@ export class Surroundings {
     this.release();
     this.lists = Object.values(queries).map((query) => window.matchMedia(query));
     for (const list of this.lists) list.addEventListener("change", this.changed);
+    // Pages switch their language and scheme at their root or body.
+    const { documentElement, body } = this.element.ownerDocument;
+    for (const node of [documentElement, body]) if (node) this.page.observe(node, { attributes: true });
   }
 
   release(): void {
+    this.page.disconnect();
     for (const list of this.lists) list.removeEventListener("change", this.changed);
     this.lists = [];
   }
 
   /** What the page and the reader ask for. On paper it is light; what nobody sees does not move. */
   reading({ isPrinting, isUnseen }: { isPrinting: boolean; isUnseen: boolean }): Reading {
-    const style = getComputedStyle(this.element);
     const matches = (query: string): boolean => window.matchMedia(query).matches;
     const theme = this.element.getAttribute("theme");
     const isOwn = theme === "dark" || theme === "light";
+    const ofPage = this.ofPage();
+    this.known = this.textOf(ofPage);
     return {
+      ...ofPage,
       dark: isOwn ? theme === "dark" : !isPrinting && matches(queries.dark),
       forced: matches(queries.forced),
       still: isPrinting || isUnseen || matches(queries.still),
       patterns: this.element.hasAttribute("patterns"),
+    };
+  }
+
+  private compare(): void {
+    const now = this.textOf(this.ofPage());
+    if (now === this.known) return;
+    this.known = now;
+    this.changed();
+  }
+
+  private ofPage(): OfPage {
+    const style = getComputedStyle(this.element);
+    return {
       font: style.fontFamily,
       custom: Object.fromEntries(customProperties.map((name) => [name, style.getPropertyValue(name)])),
     };
+  }
+
+  private textOf(ofPage: OfPage): string {
+    return JSON.stringify([ofPage, languagesFor(this.element)]);
   }
 }

@@ -3,6 +3,7 @@ import assert from "node:assert/strict";
 import { readdirSync, readFileSync } from "node:fs";
 import { join } from "node:path";
 import { test } from "node:test";
+import { pathToFileURL } from "node:url";
 
 import { fixtures } from "./fixtures.ts";
 
@@ -25,7 +26,17 @@ test("every property has its row, and a picture where it shows", () => {
   assert.deepEqual(styleNames.filter((name) => isBare(name) && isSeen(name)), []);
 });
 
-test("the pictures are those that are drawn", () => {
+test("the pictures are those that are drawn now (\"./run gallery\" makes them anew)", async () => {
+  const folder = join(PLEXORAS_ROOT, "docs/thumbnails");
   const shown = Array.from(document.matchAll(/thumbnails\/([\w-]+\.(?:svg|png))/g), ([, name]) => name ?? "");
-  assert.deepEqual(shown.sort(), readdirSync(join(PLEXORAS_ROOT, "docs/thumbnails")).sort());
+  const pictures = readdirSync(folder);
+  assert.deepEqual(shown.sort(), [...pictures].sort());
+
+  const program = join(PLEXORAS_ROOT, "web/diagram/test/gallery/drawn_thumbnails.mjs");
+  const { drawThumbnails } = await import(pathToFileURL(program).href) as
+    { drawThumbnails: (root: string) => Map<string, string> };
+  const drawn = drawThumbnails(PLEXORAS_ROOT);
+  assert.deepEqual(pictures.filter((name) => name.endsWith(".svg")).sort(), [...drawn.keys()].sort());
+  const isStale = ([name, text]: [string, string]): boolean => readFileSync(join(folder, name), "utf8") !== text;
+  assert.deepEqual([...drawn].filter(isStale).map(([name]) => name), []);
 });

@@ -109,10 +109,15 @@ test("sizes of cells and labels", () => {
   for (const { name, style, label, columns, rows } of cases) {
     const scene = { style: { ...defaultStyle(), ...style }, table, look, format } as unknown as Scene;
     const arrangement = freshArrangement(table);
-    const needOf = (column: number): number => neededWidth(scene, arrangement, column, measure);
+    const needOf = (column: number): number => neededWidth(scene, column, measure);
     const sizes = sizesOf({ scene, arrangement, measure, needOf, available: 800 });
     assert.deepEqual([sizes.labelWidth, sizes.columnWidths, [0, 1].map(sizes.rowHeight)], [label, columns, rows], name);
   }
+  const needOf = (text: string): number => {
+    const scene = { style: defaultStyle(), table: tableWith(["a"], ["r"], [text]), look, format };
+    return neededWidth(scene as unknown as Scene, 0, measure);
+  };
+  assert.deepEqual(["1", "x"].map((sign) => needOf(sign.repeat(40))), [400 + padding, 320], "numbers are not cut off");
 });
 
 test("heat colours", () => {

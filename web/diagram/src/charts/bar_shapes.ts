@@ -114,7 +114,7 @@ function cylinder(body: Body, shades: CylinderShades): Shape[] {
   return [face("path", { pathData: wall }, gradient, body, true), face("ellipse", lid, shade(color, shades.lid), body)];
 }
 
-/** More bars than these are one path each series: they are hairs, and readers find them by the axis. */
+/** More bars than these, or than there are pixels, are one path each series: they are hairs. */
 export const mostBars = 1500;
 
 /** All bars of a series as one shape; those in one pixel are one. `edge` is how much larger they are all around. */

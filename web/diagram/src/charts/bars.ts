@@ -14,7 +14,8 @@ export function barSeries(context: Context, one: Drawn): CustomSeriesOption {
   const { look } = scene;
   const { series, values } = one;
   const own = seriesBody(look, series.index, series.color);
-  const isMany = drawn.length * values.length > mostBars;
+  const bars = drawn.length * values.length;
+  const isMany = bars > mostBars || bars > (scene.style.IsRotated ? scene.height : scene.width);
   return handDrawn({
     ...commonOf(context, one),
     name: series.name,
@@ -22,7 +23,8 @@ export function barSeries(context: Context, one: Drawn): CustomSeriesOption {
     itemStyle: { color: series.color, ...(own.pattern ? { decal: own.pattern } : {}) },
     encode: { x: 0, y: 1, tooltip: scene.style.IsRotated ? [0] : [1] },
     clip: true,
-    data: pointable(values, context.isMoving && isMany).map((value, row) => ({ value: placed(scene, row, value), cell: series.points[row]?.cell })),
+    data: pointable(values, context.isMoving && isMany).map((value, row) =>
+      ({ value: placed(scene, row, value), cell: series.points[row]?.cell })),
     draw: (params, api) => {
       const row = params.dataIndex;
       if (isMany && row > 0) return [];

@@ -1,5 +1,6 @@
 // What histograms count: the buckets of a scene, and how many values of each series fall into them.
 import { type Buckets, bucketsOf, countsOf, cumulative } from "./buckets.ts";
+import type { Table } from "../data/table.ts";
 import type { Scene } from "./chart.ts";
 import { curveOf, onlyColor } from "./curve.ts";
 import { roundedTo } from "./statistics.ts";
@@ -26,7 +27,23 @@ export function isHistogram(diagramType: number): boolean {
   return diagramType === 0 || diagramType === 10;
 }
 
+// Of each table the last ones: whoever walks from bucket to bucket asks for them at each step.
+const known = new WeakMap<Table, { readonly of: Scene; readonly counts: BucketCounts }>();
+
 export function bucketCountsOf(scene: Scene): BucketCounts {
+  const last = known.get(scene.table);
+  if (last && isCountedAlike(last.of, scene)) return last.counts;
+  const counts = countedAnew(scene);
+  known.set(scene.table, { of: scene, counts });
+  return counts;
+}
+
+function isCountedAlike(one: Scene, other: Scene): boolean {
+  return one.style === other.style && one.look === other.look && one.format === other.format
+    && one.series === other.series;
+}
+
+function countedAnew(scene: Scene): BucketCounts {
   const { style, format, look } = scene;
   const all = viewOf({ ...scene, series: null }).series;
   // The buckets stay when a tab brings one series to the front.

@@ -40,7 +40,7 @@ export interface CloseUp {
   readonly ups: readonly Range[];
 }
 
-/** Where the values of a drawing with axes stand, in pixels; "along" is the x axis, "up" a y axis, wherever they lie. */
+/** Where values stand in a drawing with axes, in pixels; "along" is the x axis, "up" a y axis, wherever they lie. */
 export interface Plane {
   /** How long the x axis is. */
   readonly length: number;
@@ -61,7 +61,7 @@ export interface Spot {
 export interface Places {
   /** How many values stand along the x axis. */
   readonly count: number;
-  /** The x axis' numbers from end to end, where it has none of its own: half a category before the first one and so on. */
+  /** The ends of an x axis of categories, half a one before the first and behind the last; null: it has numbers. */
   readonly range: Range | null;
   /** The cell at a place, or nearest to it within some pixels. */
   cellAt(spot: Spot, plane: Plane): CellPlace | null;

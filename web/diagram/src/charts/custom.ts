@@ -6,6 +6,9 @@ import { graphic } from "echarts/core";
 /** What the library tells and does for a hand-drawn series while it draws. */
 export type Api = CustomSeriesRenderItemAPI;
 
+/** What the library tells of the item that it draws, and of the plot around it. */
+export type Drawing = CustomSeriesRenderItemParams;
+
 /** A graphic element as the library takes it: its `type`, `shape`, `style`. */
 export type Shape = { readonly type: string; readonly [property: string]: unknown };
 
@@ -39,7 +42,7 @@ export interface HandDrawn {
   /** Objects with `value` and, where an item stands for a cell, `cell`. */
   readonly data: readonly object[];
   /** Draws one item; none: nothing. */
-  readonly draw: (params: CustomSeriesRenderItemParams, api: Api) => readonly Shape[];
+  readonly draw: (params: Drawing, api: Api) => readonly Shape[];
   readonly [property: string]: unknown;
 }
 
@@ -62,7 +65,7 @@ export function handDrawn({ draw, ...options }: HandDrawn): CustomSeriesOption {
     itemStyle: { color: options.color },
     progressive: 0,
     ...options,
-    renderItem: (params: CustomSeriesRenderItemParams, api: Api) => {
+    renderItem: (params: Drawing, api: Api) => {
       const children = draw(params, api).map((shape) => ({ ...plain, ...shape }));
       // A group of one would be a second thing to keep for each of ten thousand dots.
       return children.length > 1 ? { type: "group", children } : children[0] ?? null;

@@ -29,7 +29,8 @@ export function denseLine(context: Context, one: Drawn): CustomSeriesOption {
     clip: true,
     z: 3,
     encode: { x: 0, y: 1, tooltip: style.IsRotated ? [0] : [1] },
-    data: pointable(values, context.isMoving).map((value, row) => ({ value: placed(scene, row, value), cell: series.points[row]?.cell })),
+    data: pointable(values, context.isMoving).map((value, row) =>
+      ({ value: placed(scene, row, value), cell: series.points[row]?.cell })),
     draw: (params, api) => {
       if (params.dataIndex > 0) return [];
       const onShow = new Set(api.currentSeriesIndices());

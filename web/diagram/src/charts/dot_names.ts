@@ -1,6 +1,6 @@
 // The names of circles, beside them or in them.
 import type { Scene } from "./chart.ts";
-import type { Shape } from "./custom.ts";
+import type { Drawing, Shape } from "./custom.ts";
 import type { Box } from "./frame.ts";
 import { plotText, textWidth } from "./text.ts";
 
@@ -12,12 +12,18 @@ export interface Circle {
 }
 
 /** A circle's name, in it or at a side of it where nothing is hidden; none where there is no room. */
-export function nameOf(scene: Scene, name: string, index: number, circles: readonly Circle[], context: object): Shape[] {
+export function nameOf(
+  scene: Scene,
+  name: string,
+  index: number,
+  circles: readonly Circle[],
+  params: Drawing,
+): Shape[] {
   const circle = circles[index];
   if (!circle || name === "") return [];
   const { look } = scene;
   // The names that have found their places in this drawing.
-  const taken = ((context as { taken?: Box[] }).taken ??= []);
+  const taken = ((params.context as { taken?: Box[] }).taken ??= []);
   const { x, y, radius } = circle;
   const [width, height] = [textWidth(name, look), look.fontSize * 1.1];
   const gap = radius + 4;
@@ -25,7 +31,7 @@ export function nameOf(scene: Scene, name: string, index: number, circles: reado
     : [[gap, 0], [-gap - width, 0], [-width / 2, -gap - height / 2], [-width / 2, gap + height / 2]];
   for (const [dx, dy] of places) {
     const box = { left: x + dx, top: y + dy - height / 2, width, height };
-    const isFree = box.left >= 0 && box.left + width <= scene.width
+    const isFree = contains(params.coordSys as unknown as Plot, box)
       && !taken.some((other) => overlap(box, other))
       && !circles.some((other, place) => place !== index && touches(box, other));
     if (!isFree) continue;
@@ -41,6 +47,18 @@ export function nameOf(scene: Scene, name: string, index: number, circles: reado
     }];
   }
   return [];
+}
+
+/** What the library tells of the plot. */
+interface Plot {
+  readonly x: number;
+  readonly y: number;
+  readonly width: number;
+  readonly height: number;
+}
+
+function contains({ x, y, width, height }: Plot, box: Box): boolean {
+  return box.left >= x && box.left + box.width <= x + width && box.top >= y && box.top + box.height <= y + height;
 }
 
 function overlap(one: Box, other: Box): boolean {

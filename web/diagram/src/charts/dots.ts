@@ -37,7 +37,10 @@ export function cloudSeries(
     draw: (params, api) => {
       const dot = dots[params.dataIndex];
       if (!dot) return [];
-      if (isDense) return denseDot(scene, { series, dots }, params.dataIndex, params.context, api);
+      if (isDense) {
+        const painted = params.dataIndex > 0 ? [] : allDots(scene, { series, dots }, isMoving, api);
+        return [...painted, ...target(scene, dot, params.context, api)];
+      }
       const [cx = 0, cy = 0] = api.coord(placed(scene, dot.x, dot.y));
       const marked = mark(...dot.point.cell);
       const radius = dot.diameter / 2;
@@ -61,7 +64,7 @@ export function cloudSeries(
         return { x, y, radius: one.diameter / 2 };
       });
       const name = view.categories[dot.point.cell[0]] ?? "";
-      return [circle, ...nameOf(scene, cutTo(name, 120, look), params.dataIndex, circles, params.context)];
+      return [circle, ...nameOf(scene, cutTo(name, 120, look), params.dataIndex, circles, params)];
     },
   });
 }
@@ -72,35 +75,35 @@ const mostMoving = 300;
 // In pixels. Of the dots in a square of this size the first one answers readers who point at it.
 const square = 4;
 
-/** What readers can point at; the first dot paints all of them. */
-function denseDot(scene: Scene, { series, dots }: Cloud, index: number, context: object, api: Api): Shape[] {
-  const dot = dots[index];
-  if (!dot) return [];
-  const painted = index > 0 ? [] : allDots(scene, { series, dots }, api);
-  const [cx = 0, cy = 0] = api.coord(placed(scene, dot.x, dot.y));
+/** What readers point at for a dot. */
+function target(scene: Scene, { x, y, diameter }: Dot, context: object, api: Api): Shape[] {
+  const [cx = 0, cy = 0] = api.coord(placed(scene, x, y));
   const taken = ((context as { taken?: Set<string> }).taken ??= new Set());
   const place = `${Math.floor(cx / square)} ${Math.floor(cy / square)}`;
-  if (taken.has(place)) return painted;
+  if (taken.has(place)) return [];
   taken.add(place);
-  const shape = { cx, cy, r: Math.max(dot.diameter / 2, square) };
-  return [...painted, { type: "circle", invisible: true, shape }];
+  return [{ type: "circle", invisible: true, shape: { cx, cy, r: Math.max(diameter / 2, square) } }];
 }
 
-/** All dots of a cloud; those that are selected once more on top, with an outline and their values. */
-function allDots(scene: Scene, { series, dots }: Cloud, api: Api): Shape[] {
+/**
+ * All dots of a cloud; those that are selected once more on top, with an outline and their values. While they move they
+ * are squares, which are painted in half the time.
+ */
+function allDots(scene: Scene, { series, dots }: Cloud, isMoving: boolean, api: Api): Shape[] {
   const { color } = series;
   const mark = marksOf(scene);
   const marked = dots.filter(({ point }) => mark(...point.cell) !== "none");
   const paint = (some: readonly Dot[], stroke: string, edge: number, opacity: number): Shape[] =>
     [...bySize(some)].map(([size, alike]): Shape => {
-      const style = { fill: "none", stroke, lineWidth: size + edge, lineCap: "round", opacity };
+      const lineWidth = size + edge;
+      const [lineCap, length] = isMoving ? ["butt", lineWidth] : ["round", 0.2];
       return tracedShape((pen) => {
         for (const { x, y } of alike) {
           const [left = 0, top = 0] = api.coord(placed(scene, x, y));
-          pen.moveTo(tenth(left), tenth(top));
-          pen.lineTo(tenth(left) + 0.1, tenth(top));
+          pen.moveTo(tenth(left - length / 2), tenth(top));
+          pen.lineTo(tenth(left + length / 2), tenth(top));
         }
-      }, style);
+      }, { fill: "none", stroke, lineWidth, lineCap, opacity });
     });
   const texts = marked.flatMap(({ point, x, y, diameter }) => {
     const [left = 0, top = 0] = api.coord(placed(scene, x, y));

@@ -11,6 +11,7 @@ import { rangeOf, ticksIn } from "./close_up.ts";
 import { type Cloud, type Columns, dotsOf } from "./clouds.ts";
 import { curveOf, curveSeries, onlyColor } from "./curve.ts";
 import { dotAt } from "./dot_at.ts";
+import { dotColumnsOf } from "./dot_columns.ts";
 import { cloudSeries } from "./dots.ts";
 import { meanRulers, zeroRuler } from "./marks.ts";
 import { trendOf } from "./trend.ts";
@@ -61,14 +62,11 @@ export function bubbleChart(scene: Scene): EChartsCoreOption {
 }
 
 function triplesOf(series: readonly Series[]): Columns[] {
-  const [lone] = series;
-  if (lone && series.length === 1) return [{ x: null, y: lone, size: null }];
-  const triples: Columns[] = [];
-  for (let index = 0; index + 1 < series.length; index += 3) {
-    const [x, y, size] = series.slice(index, index + 3);
-    if (x && y) triples.push({ x, y, size: size ?? null });
-  }
-  return triples;
+  const at = (column: number | null): Series | null => (column === null ? null : series[column] ?? null);
+  return dotColumnsOf(8, series.length)?.flatMap(({ x, y, size }) => {
+    const ys = at(y);
+    return ys ? [{ x: at(x), y: ys, size: at(size) }] : [];
+  }) ?? [];
 }
 
 function cloudsOption(

@@ -62,3 +62,14 @@ export function tableOf(contents: Contents, { transposed, numberOf }: TableMakin
     cells: columnLabels.map((_, column) => rowLabels.map((__, row) => cell(row, column))),
   };
 }
+
+/** Whether two tables hold the same, so that what the reader has done to one can stay for the other. */
+export function sameTable(one: Table, other: Table): boolean {
+  return one === other || (sameTexts(one.rowLabels, other.rowLabels) && sameTexts(one.columnLabels, other.columnLabels)
+    && one.cells.length === other.cells.length
+    && one.cells.every((row, r) => row.every((cell, c) => cell.text === other.cells[r]?.[c]?.text)));
+}
+
+function sameTexts(one: readonly string[], other: readonly string[]): boolean {
+  return one.length === other.length && one.every((text, index) => text === other[index]);
+}

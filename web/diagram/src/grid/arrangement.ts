@@ -1,4 +1,4 @@
-// What readers do to a table: its order, its sizes, and what they typed. Nothing of it is saved.
+// What readers do to a table: its order and its sizes. Nothing of it is saved.
 import type { Cell, Table } from "../data/table.ts";
 
 /** Rows sort by a column's values, columns by a row's. */
@@ -19,8 +19,6 @@ export interface Arrangement {
   sorting: Sorting | null;
   /** Sizes that the reader has set, in pixels; -1 is the labels'. */
   readonly sizes: { readonly rows: Map<number, number>; readonly columns: Map<number, number> };
-  /** By row and column, as `1 2`. */
-  readonly edits: Map<string, Cell>;
 }
 
 export function freshArrangement(table: Table): Arrangement {
@@ -29,14 +27,12 @@ export function freshArrangement(table: Table): Arrangement {
     columns: table.columnLabels.map((_, column) => column),
     sorting: null,
     sizes: { rows: new Map(), columns: new Map() },
-    edits: new Map(),
   };
 }
 
-/** The cell as it is on show: as the reader left it, or else as the table has it. */
-export function cellAt(table: Table, arrangement: Arrangement, row: number, column: number): Cell {
-  const edited = arrangement.edits.size > 0 ? arrangement.edits.get(`${row} ${column}`) : undefined;
-  return edited ?? table.cells[row]?.[column] ?? emptyCell;
+/** The table's cell; an empty one where there is none. */
+export function cellAt(table: Table, row: number, column: number): Cell {
+  return table.cells[row]?.[column] ?? emptyCell;
 }
 
 /** Takes the entry at one position out and puts it in at another. */
@@ -71,15 +67,4 @@ function rank(cell: Cell): number {
 
 function compareAlike(a: Cell, b: Cell): number {
   return a.number !== null && b.number !== null ? Math.sign(a.number - b.number) : collator.compare(a.text, b.text);
-}
-
-/** Whether two tables hold the same, so that what the reader has arranged can stay. */
-export function sameTable(one: Table, other: Table): boolean {
-  return one === other || (sameTexts(one.rowLabels, other.rowLabels) && sameTexts(one.columnLabels, other.columnLabels)
-    && one.cells.length === other.cells.length
-    && one.cells.every((row, r) => row.every((cell, c) => cell.text === other.cells[r]?.[c]?.text)));
-}
-
-function sameTexts(one: readonly string[], other: readonly string[]): boolean {
-  return one.length === other.length && one.every((text, index) => text === other[index]);
 }

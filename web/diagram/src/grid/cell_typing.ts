@@ -1,6 +1,5 @@
 // What readers type into a table's cells. It changes what is on show, and nothing is saved.
 import type { CellPlace } from "../charts/chart.ts";
-import { numberReader } from "../format/value_format.ts";
 import { columnName, rowName } from "../host/names.ts";
 import { textsFor } from "../host/texts.ts";
 import { cellAt } from "./arrangement.ts";
@@ -25,7 +24,7 @@ export class CellTyping {
     if (!model || !place || !node) return false;
     const texts = textsFor(host.element);
     const editor = new CellEditor(node, {
-      text: keepsText ? cellAt(model.scene.table, model.arrangement, place.row, place.column).text : null,
+      text: keepsText ? cellAt(model.scene.table, place.row, place.column).text : null,
       label: `${rowName(model.scene, place.row, texts)}, ${columnName(model.scene, place.column, texts)}`,
       done: (text, after) => this.end(place, text, after),
     });
@@ -90,10 +89,9 @@ export class CellTyping {
   }
 
   private setText(place: CellPlace, text: string): void {
-    if (!this.view.model) return;
-    const { scene, arrangement } = this.view.model;
-    if (cellAt(scene.table, arrangement, place.row, place.column).text === text) return;
-    arrangement.edits.set(`${place.row} ${place.column}`, { text, number: numberReader(scene.style)(text) });
+    const { model, host } = this.view;
+    if (!model || cellAt(model.scene.table, place.row, place.column).text === text) return;
+    host.type(place, text);
     this.view.showEdit(place);
   }
 }

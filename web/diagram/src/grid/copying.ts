@@ -15,5 +15,5 @@ function selectedTexts({ scene: { table }, arrangement, selected }: GridModel): 
   const columns = arrangement.columns.filter((column) => arrangement.rows.some((row) => selected(row, column)));
   const rows = arrangement.rows.filter((row) => columns.some((column) => selected(row, column)));
   return rows.map((row) => columns.map((column) =>
-    (selected(row, column) ? cellAt(table, arrangement, row, column).text : "")));
+    (selected(row, column) ? cellAt(table, row, column).text : "")));
 }

@@ -49,6 +49,8 @@ class GridActions implements KeyTarget {
   private readonly view: GridView;
   // Where ranges begin.
   private anchor: CellPlace | null = null;
+  // Where the last selection has ended; null since the reader has gone on without selecting.
+  private reached: Position | null = null;
 
   constructor(view: GridView) {
     this.view = view;
@@ -63,6 +65,7 @@ class GridActions implements KeyTarget {
   }
 
   goTo(position: Position): void {
+    this.reached = null;
     this.view.goTo(position);
   }
 
@@ -92,8 +95,12 @@ class GridActions implements KeyTarget {
     else this.select({ toggle: event.ctrlKey || event.metaKey, range: event.shiftKey });
   }
 
-  extend(): void {
-    if (this.view.model?.scene.style.MultipleSelection) this.select({ toggle: false, range: true });
+  extendTo(position: Position): void {
+    const { model, active } = this.view;
+    const goesOn = this.reached?.row === active.row && this.reached.column === active.column;
+    if (!goesOn) this.anchor = this.activePlace();
+    this.view.goTo(position);
+    if (model?.scene.style.MultipleSelection) this.select({ toggle: false, range: true });
   }
 
   private select(keys: { toggle: boolean; range: boolean }): void {
@@ -105,6 +112,7 @@ class GridActions implements KeyTarget {
     const anchor = this.anchor ?? scene.selection[scene.selection.length - 1] ?? null;
     const after = selectionAfter({ cells: scene.selection, anchor }, { place, ...keys }, scene.style, arrangement);
     this.anchor = after.anchor;
+    this.reached = this.view.active;
     host.select([...after.cells]);
   }
 
@@ -128,8 +136,8 @@ class GridActions implements KeyTarget {
     const before = arrangement.sorting;
     const descending = before?.axis === axis && before.by === by && !before.descending;
     arrangement.sorting = { axis, by, descending };
-    arrangement[axis] = sorted(arrangement[axis], fixedCount(scene.style, axis), descending, (entry) =>
-      axis === "rows" ? cellAt(scene.table, arrangement, entry, by) : cellAt(scene.table, arrangement, by, entry));
+    arrangement[axis] = sorted(arrangement[axis], fixedCount(model, axis), descending, (entry) =>
+      axis === "rows" ? cellAt(scene.table, entry, by) : cellAt(scene.table, by, entry));
     this.view.redraw();
     this.say(descending ? "sortedDown" : "sortedUp", this.nameOf(labels, by));
   }

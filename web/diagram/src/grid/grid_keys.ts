@@ -10,8 +10,8 @@ export interface KeyTarget {
   goTo(position: Position): void;
   /** Selects, sorts, or edits: what a click would do. */
   operate(event: KeyboardEvent): void;
-  /** Selects from where the last selection was to the active cell. */
-  extend(): void;
+  /** Goes to a place, and selects all from where the last selection began, or else from the place that it leaves. */
+  extendTo(position: Position): void;
   /** Moves the active row or column by one place; false where readers may not. */
   move(axis: Axis, step: -1 | 1): boolean;
   /** Makes the active row or column larger or smaller; false where readers may not. */
@@ -62,8 +62,9 @@ function startTyping(target: KeyTarget, event: KeyboardEvent): false {
 function pressArrow(target: KeyTarget, event: KeyboardEvent, axis: Axis, step: -1 | 1): boolean {
   // Where nothing may be moved these are the browser's own keys, as that for the page before.
   if (event.altKey) return event.shiftKey ? target.resize(axis, step) : target.move(axis, step);
-  target.goTo(stepped(target, axis, step, event.ctrlKey || event.metaKey));
-  if (event.shiftKey) target.extend();
+  const to = stepped(target, axis, step, event.ctrlKey || event.metaKey);
+  if (event.shiftKey) target.extendTo(to);
+  else target.goTo(to);
   return true;
 }
 

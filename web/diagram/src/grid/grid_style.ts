@@ -115,6 +115,8 @@ tbody > tr:hover > :not(.heat, [aria-selected=true]) {
   :is(th, td)[aria-selected=true], .heat[aria-selected=true] {
     forced-color-adjust: none; color: HighlightText; background-color: Highlight; box-shadow: none;
   }
+  .heat { forced-color-adjust: none; }
+  .heat:not([aria-selected=true]):focus-visible { outline-color: var(--_heat-text); }
   .heat-bar { forced-color-adjust: none; border: 1px solid CanvasText; }
   tbody > tr:hover > * { background-image: none; }
 }

@@ -1,18 +1,19 @@
 // One table on show: its nodes, its sizes, and the place in it that is active.
 import type { Scene } from "../charts/chart.ts";
+import { sameTable } from "../data/table.ts";
 import type { PartHost } from "../host/part.ts";
 import type { CellPlace } from "../charts/chart.ts";
 import { selectionTest } from "../host/selection.ts";
 import { adoptStyle } from "../host/style_sheet.ts";
 import { textsFor } from "../host/texts.ts";
-import { type Arrangement, type Axis, freshArrangement, sameTable } from "./arrangement.ts";
+import { type Arrangement, type Axis, freshArrangement } from "./arrangement.ts";
 import { CellTyping } from "./cell_typing.ts";
 import { listenToReader } from "./grid_actions.ts";
 import { gridStyle, setColours } from "./grid_style.ts";
 import { sameScale } from "./heat.ts";
 import { heatLegend } from "./heat_legend.ts";
 import { type GridModel, modelOf, type Position } from "./model.ts";
-import { bodyRow, cellOf, headRows, markSelected, markSelectedLabels, positionOf, refill } from "./nodes.ts";
+import { bodyRow, cellOf, headCount, headRows, markSelected, markSelectedLabels, positionOf, refill } from "./nodes.ts";
 import { RowPieces } from "./row_pieces.ts";
 import { ScrollBars } from "./scroll_bars.ts";
 import { applySizes, type Room, setRowHeights } from "./size_nodes.ts";
@@ -63,11 +64,6 @@ export class GridView {
     const { signal } = this.stop;
     this.table.addEventListener("pointerover", (event) => showWhole(event.target), { signal });
     this.table.addEventListener("focusin", (event) => this.followFocus(event.target), { signal });
-    // A page that is printed has all rows.
-    window.addEventListener("beforeprint", () => {
-      this.filler.finish();
-      this.painter.finish();
-    }, { signal });
     listenToReader(this, this.stop.signal);
   }
 
@@ -88,6 +84,10 @@ export class GridView {
     }
     if (before && looksAlike(before, scene)) this.showSelection(scene);
     else this.typing.carryOver(() => this.draw(scene));
+    if (!this.host.isPrinting) return;
+    // Paper has all rows.
+    this.filler.finish();
+    this.painter.finish();
   }
 
   // --- Drawing.
@@ -123,7 +123,8 @@ export class GridView {
     const before = this.model;
     if (!before) return;
     this.needs.delete(place.column);
-    const model = this.model = modelOf(before.scene, before.arrangement, before.sizes);
+    const scene = { ...before.scene, table: this.host.scene().table };
+    const model = this.model = modelOf(scene, before.arrangement, before.sizes);
     this.layOut("rows");
     const { rows, columns } = model.arrangement;
     const [row, column] = [rows.indexOf(place.row), columns.indexOf(place.column)];
@@ -167,7 +168,7 @@ export class GridView {
     const texts = textsFor(this.host.element);
     const name = this.host.root.querySelector("[part~=caption]")?.textContent || texts("table");
     this.table.setAttribute("aria-label", name);
-    this.table.setAttribute("aria-rowcount", String(table.cells.length + (sizes.labelHeight > 0 ? 1 : 0)));
+    this.table.setAttribute("aria-rowcount", String(table.cells.length + headCount(model)));
     this.table.setAttribute("aria-colcount", String(table.columnLabels.length + (sizes.labelWidth > 0 ? 1 : 0)));
     this.table.setAttribute("aria-readonly", String(!style.IsEditable));
     this.table.setAttribute("aria-multiselectable", String(style.MultipleSelection));
@@ -192,7 +193,7 @@ export class GridView {
 
   private settledSizes(scene: Scene, arrangement: Arrangement): Sizes {
     const needOf = (column: number): number => {
-      const known = this.needs.get(column) ?? neededWidth(scene, arrangement, column, this.measure);
+      const known = this.needs.get(column) ?? neededWidth(scene, column, this.measure);
       this.needs.set(column, known);
       return known;
     };
@@ -236,7 +237,7 @@ export class GridView {
     const { scene, arrangement } = this.model;
     const entry = arrangement[axis][position];
     if (axis === "columns" && entry !== undefined) {
-      this.setSize(axis, position, neededWidth(scene, arrangement, entry, this.measure));
+      this.setSize(axis, position, neededWidth(scene, entry, this.measure));
     } else {
       arrangement.sizes[axis].delete(entry ?? -1);
       this.layOut(axis);

@@ -1,7 +1,7 @@
 // All that a table's nodes, or its picture, are made from: every decision about its look that hangs on more than one
 // cell.
 import type { Scene } from "../charts/chart.ts";
-import type { Cell, Table } from "../data/table.ts";
+import type { Cell } from "../data/table.ts";
 import { selectionTest } from "../host/selection.ts";
 import { heatTable } from "../settings/diagram_types.ts";
 import type { Style } from "../settings/style.ts";
@@ -30,8 +30,8 @@ export function modelOf(scene: Scene, arrangement: Arrangement, sizes: Sizes): G
     scene,
     arrangement,
     sizes,
-    heat: style.DiagramType === heatTable ? heatScale(shownTable(scene, arrangement), look) : null,
-    numeric: numericColumns(scene, arrangement),
+    heat: style.DiagramType === heatTable ? heatScale(scene.table, look) : null,
+    numeric: numericColumns(scene),
     negative: look.negative === null ? look.plotText : readableOn(look.plotGround, look.negative),
     selected: selectionTest(selection),
   };
@@ -49,8 +49,8 @@ export interface CellLook {
 
 /** The look of a cell; row and column by the table's count. */
 export function cellLook(model: GridModel, row: number, column: number): CellLook {
-  const { scene, arrangement, heat, numeric } = model;
-  const { text, number } = cellAt(scene.table, arrangement, row, column);
+  const { scene, heat, numeric } = model;
+  const { text, number } = cellAt(scene.table, row, column);
   return {
     text: scene.format.text(text),
     isNumber: number !== null || numeric.has(column),
@@ -59,18 +59,11 @@ export function cellLook(model: GridModel, row: number, column: number): CellLoo
   };
 }
 
-/** The table as the reader has left it, for what depends on all values. */
-function shownTable({ table }: Scene, arrangement: Arrangement): Table {
-  if (arrangement.edits.size === 0) return table;
-  return { ...table, cells: table.cells.map((cells, row) => cells.map((_, column) =>
-    cellAt(table, arrangement, row, column))) };
-}
-
 /** The columns that hold more numbers than texts. */
-function numericColumns({ table }: Scene, arrangement: Arrangement): Set<number> {
+function numericColumns({ table }: Scene): Set<number> {
   const weight = (cell: Cell): number => (cell.number !== null ? 1 : cell.text.trim() !== "" ? -1 : 0);
   const isNumeric = (column: number): boolean =>
-    table.cells.reduce((lead, _, row) => lead + weight(cellAt(table, arrangement, row, column)), 0) > 0;
+    table.cells.reduce((lead, _, row) => lead + weight(cellAt(table, row, column)), 0) > 0;
   return new Set(table.columnLabels.map((_, column) => column).filter(isNumeric));
 }
 
@@ -102,6 +95,15 @@ export function isResizable(style: Style, axis: Axis): boolean {
   return style[axisSettings[axis].resizable];
 }
 
-export function fixedCount(style: Style, axis: Axis): number {
-  return Math.max(style[axisSettings[axis].fixed], 0);
+// No screen has room for more; each that stays costs the browser something at every movement.
+const mostKept = 250;
+
+/** How many rows or columns can stay in view. */
+export function keptCount(model: GridModel, axis: Axis): number {
+  return Math.min(fixedCount(model, axis), mostKept);
+}
+
+/** How many rows or columns are to stay in view, of those that there are. */
+export function fixedCount({ scene, arrangement }: Pick<GridModel, "scene" | "arrangement">, axis: Axis): number {
+  return Math.min(Math.max(scene.style[axisSettings[axis].fixed], 0), arrangement[axis].length);
 }

@@ -1,12 +1,18 @@
 // The nodes of a grid: a plain table, made from the model row by row.
-import { cellLook, fixedCount, type GridModel, type Position } from "./model.ts";
+import { cellLook, keptCount, type GridModel, type Position } from "./model.ts";
 
 /** Makes the rows above the data: the title of the columns, and their labels. */
 export function headRows(model: GridModel): HTMLTableRowElement[] {
   const rows: HTMLTableRowElement[] = [];
   if (model.sizes.titleHeight > 0) rows.push(titleRow(model));
   if (model.sizes.labelHeight > 0) rows.push(labelRow(model));
+  rows.forEach((row, index) => row.setAttribute("aria-rowindex", String(index + 1)));
   return rows;
+}
+
+/** How many rows stand above the data. */
+export function headCount({ sizes: { titleHeight, labelHeight } }: GridModel): number {
+  return (titleHeight > 0 ? 1 : 0) + (labelHeight > 0 ? 1 : 0);
 }
 
 function titleRow(model: GridModel): HTMLTableRowElement {
@@ -27,7 +33,7 @@ function labelRow(model: GridModel): HTMLTableRowElement {
   row.className = "label-row";
   row.style.height = `${sizes.labelHeight}px`;
   if (sizes.labelWidth > 0) row.append(corner(style.ShowRowTitle ? table.rowTitle : ""));
-  const fixed = fixedCount(style, "columns");
+  const fixed = keptCount(model, "columns");
   arrangement.columns.forEach((column, position) => {
     const label = heading("col", table.columnLabels[column] ?? "");
     if (model.numeric.has(column)) label.classList.add("number");
@@ -48,16 +54,18 @@ function corner(title: string): HTMLTableCellElement {
 
 /** Makes the row on show at a position. */
 export function bodyRow(model: GridModel, position: number): HTMLTableRowElement {
-  const { scene: { style, table }, arrangement, sizes } = model;
+  const { scene: { table }, arrangement, sizes } = model;
   const index = arrangement.rows[position] ?? 0;
   const row = document.createElement("tr");
   row.style.height = `${sizes.rowHeight(position)}px`;
+  // The others may still be to come.
+  row.setAttribute("aria-rowindex", String(position + headCount(model) + 1));
   if (sizes.labelWidth > 0) {
     const label = heading("row", table.rowLabels[index] ?? "");
     if (arrangement.sorting?.axis === "columns" && arrangement.sorting.by === index) markSorted(label, model);
     row.append(label);
   }
-  const fixed = fixedCount(style, "columns");
+  const fixed = keptCount(model, "columns");
   for (let place = 0; place < arrangement.columns.length; ++place) {
     const cell = document.createElement("td");
     cell.tabIndex = -1;
@@ -65,7 +73,7 @@ export function bodyRow(model: GridModel, position: number): HTMLTableRowElement
     if (place < fixed) fix(cell, place);
     row.append(cell);
   }
-  if (position < fixedCount(style, "rows")) {
+  if (position < keptCount(model, "rows")) {
     row.className = "fixed-row";
     for (const cell of row.cells) cell.style.top = `var(--_top-${position})`;
   }

@@ -1,5 +1,5 @@
 // The sizes of a grid's nodes, and the places where its fixed rows and columns stay.
-import { fixedCount, type GridModel } from "./model.ts";
+import { keptCount, type GridModel } from "./model.ts";
 
 // What stays in view takes at most this share of it; a table that fixes more than it shows could not be scrolled.
 const mostFixed = 0.7;
@@ -32,11 +32,13 @@ export function applySizes(table: HTMLTableElement, scroller: HTMLElement, model
   const titleRow = table.querySelector<HTMLElement>(".title-row");
   // The labels stay under the title, so its height must be the one reckoned with.
   if (titleRow) titleRow.style.height = `${titleHeight}px`;
-  const rowEnds = ends(titleHeight + labelHeight, fixedCount(scene.style, "rows"), model.sizes.rowHeight);
-  const columnEnds = ends(labelWidth, fixedCount(scene.style, "columns"), (place) => columnWidths[place] ?? 0);
   table.style.setProperty("--_label-top", `${titleHeight}px`);
-  const top = setPlaces(table, "--_top", rowEnds, room.height);
-  const start = setPlaces(table, "--_start", columnEnds, room.width);
+  const top = setPlaces(table, "--_top", room.height, {
+    first: titleHeight + labelHeight, count: keptCount(model, "rows"), size: model.sizes.rowHeight,
+  });
+  const start = setPlaces(table, "--_start", room.width, {
+    first: labelWidth, count: keptCount(model, "columns"), size: (place) => columnWidths[place] ?? 0,
+  });
   // What is focused must not hide behind what stays.
   scroller.style.scrollPaddingTop = `${top}px`;
   scroller.style.scrollPaddingInlineStart = `${start}px`;
@@ -48,17 +50,22 @@ export function setRowHeights(rows: Iterable<HTMLTableRowElement>, model: GridMo
   for (const row of rows) row.style.height = `${model.sizes.rowHeight(position++)}px`;
 }
 
-/** Where each of the first entries begins and ends, if they stand one after the other. */
-function ends(first: number, count: number, size: (place: number) => number): number[] {
-  const list = [first];
-  for (let place = 0; place < count; ++place) list.push((list[place] ?? 0) + size(place));
-  return list;
+/** Rows or columns that are to stay in view, one after the other from `first` on. */
+interface Fixed {
+  readonly first: number;
+  readonly count: number;
+  readonly size: (place: number) => number;
 }
 
-/** Sets a property for each place, and gives the end of the last one that stays in view. */
-function setPlaces(table: HTMLTableElement, property: string, list: readonly number[], room: number): number {
-  const last = list.filter((end, index) => index === 0 || end <= room * mostFixed).length - 1;
-  list.slice(0, -1).forEach((place, index) =>
-    table.style.setProperty(`${property}-${index}`, index < last ? `${place}px` : "auto"));
-  return list[last] ?? 0;
+/** Sets a property for each of them that has room, and gives where the last one ends. Those behind are scrolled. */
+function setPlaces(table: HTMLTableElement, property: string, room: number, { first, count, size }: Fixed): number {
+  let end = first;
+  let place = 0;
+  for (; place < count && end + size(place) <= room * mostFixed; ++place) {
+    table.style.setProperty(`${property}-${place}`, `${end}px`);
+    end += size(place);
+  }
+  // There was room for more of them before.
+  while (table.style.removeProperty(`${property}-${place}`) !== "") place += 1;
+  return end;
 }

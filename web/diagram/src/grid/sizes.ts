@@ -123,13 +123,16 @@ export function shared(needs: readonly number[], set: readonly (number | undefin
   });
 }
 
-/** The room that a column's texts need. */
-export function neededWidth(scene: Scene, arrangement: Arrangement, column: number, measure: Measure): number {
+/** The room that a column's texts need. A long text ends in an ellipsis; a number must not. */
+export function neededWidth(scene: Scene, column: number, measure: Measure): number {
   const { style, table, format } = scene;
-  const texts = table.cells.map((_, row) => format.text(cellAt(table, arrangement, row, column).text));
+  const widthOf = (isNumber: boolean): number => widestOf(table.cells.flatMap((_, row) => {
+    const { text, number } = cellAt(table, row, column);
+    return (number !== null) === isNumber ? [format.text(text)] : [];
+  }), false, measure);
   const label = style.showColLabels
     ? widestOf([table.columnLabels[column] ?? ""], true, measure) + signRoom(style, "columns") : 0;
-  return Math.min(Math.max(widestOf(texts, false, measure), label, narrowest), widest);
+  return Math.max(widthOf(true), Math.min(Math.max(widthOf(false), label, narrowest), widest));
 }
 
 function widestOf(texts: readonly string[], bold: boolean, measure: Measure): number {
@@ -148,7 +151,7 @@ function rowHeights(scene: Scene, arrangement: Arrangement): (position: number) 
   const natural = (row: number): number => arrangement.sizes.rows.get(row) ?? Math.max(
     style.DefaultRowHeight,
     textHeight(scene, [table.rowLabels[row] ?? "", ...arrangement.columns.map((column) =>
-      cellAt(table, arrangement, row, column).text)]));
+      cellAt(table, row, column).text)]));
   if (!style.EqualRows) return (position) => natural(arrangement.rows[position] ?? 0);
   const height = arrangement.rows.reduce((most, row) => Math.max(most, natural(row)), 0);
   return () => height;

@@ -57,7 +57,7 @@ export function tablePicture(scene: Scene, texts: Texts): string {
 function plainModel(scene: Scene): GridModel {
   const arrangement = freshArrangement(scene.table);
   const measure = (text: string, isBold: boolean): number => textWidth(text, scene.look, isBold);
-  const needOf = (column: number): number => neededWidth(scene, arrangement, column, measure);
+  const needOf = (column: number): number => neededWidth(scene, column, measure);
   return modelOf(scene, arrangement, sizesOf({ scene, arrangement, measure, needOf, available: scene.width }));
 }
 

@@ -14,7 +14,12 @@ export function columnName(scene: Scene, column: number, texts: Texts): string {
 
 /** Row, column and formatted value of a cell, for the ear. */
 export function cellName(scene: Scene, place: CellPlace, texts: Texts): string {
-  const text = scene.table.cells[place.row]?.[place.column]?.text ?? "";
-  const value = text.trim() === "" ? texts("noValue") : scene.format.text(text);
+  const value = valueName(scene, place, texts);
   return `${rowName(scene, place.row, texts)}, ${columnName(scene, place.column, texts)}: ${value}`;
+}
+
+/** The formatted value of a cell, or that it has none. */
+export function valueName({ table, format }: Scene, { row, column }: CellPlace, texts: Texts): string {
+  const text = table.cells[row]?.[column]?.text ?? "";
+  return text.trim() === "" ? texts("noValue") : format.text(text);
 }

@@ -23,6 +23,8 @@ export interface PartHost {
   scene(): Scene;
   /** The reader has selected these cells: draws them so and fires plexoras-select. */
   select(cells: CellPlace[]): void;
+  /** The reader has typed a text into a cell: from now on the scene's table says it. */
+  type(cell: CellPlace, text: string): void;
   /** Brings one series to the front, or all with null. */
   showSeries(series: number | null): void;
   /** Marks a cell in the drawing, as under the pointer; null: none. */

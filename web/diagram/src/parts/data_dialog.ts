@@ -67,8 +67,9 @@ function gridHost(host: PartHost): PartHost {
   const { element, root, drawing, name } = host;
   const nothing = (): void => {};
   return {
-    element, root, drawing, name, isPrinting: false, scene: () => tableScene(host.scene()),
-    select: nothing, showSeries: nothing, highlight: nothing, command: nothing, redraw: nothing, join: () => nothing,
+    element, root, drawing, name, scene: () => tableScene(host.scene()),
+    get isPrinting() { return host.isPrinting; },
+    select: nothing, type: nothing, showSeries: nothing, highlight: nothing, command: nothing, redraw: nothing, join: () => nothing,
     withAll: (act) => act(),
   };
 }

@@ -37,6 +37,8 @@ class PopupMenu {
   // What had the focus before the menu.
   private before: Element | null = null;
   private pressTimer: number | undefined;
+  // Of the pointer that is down.
+  private press: PointerEvent | null = null;
 
   constructor(host: PartHost, entries: readonly MenuEntry[]) {
     this.host = host;
@@ -87,6 +89,9 @@ class PopupMenu {
       this.open(this.boxOfFocus(), true);
     }, { signal });
     element.addEventListener("pointerdown", (event) => this.onPress(event), { signal });
+    for (const type of ["pointerup", "pointercancel"]) {
+      window.addEventListener(type, () => { this.press = null; }, { signal, capture: true });
+    }
   }
 
   private onContextMenu(event: MouseEvent): void {
@@ -107,6 +112,7 @@ class PopupMenu {
   /** A finger that rests opens the menu where the browser does not say so itself. */
   private onPress(event: PointerEvent): void {
     clearTimeout(this.pressTimer);
+    this.press = event;
     if (!this.enabled || event.pointerType !== "touch" || this.panel) return;
     const end = new AbortController();
     const cancel = (): void => {
@@ -115,8 +121,8 @@ class PopupMenu {
     };
     this.pressTimer = window.setTimeout(() => {
       end.abort();
-      swallowNextClick();
       this.open(pointBox(event.clientX, event.clientY), false);
+      swallowNextClick();
     }, longPress);
     for (const type of ["pointerup", "pointercancel"]) window.addEventListener(type, cancel, { signal: end.signal });
     window.addEventListener("pointermove", (move) => {
@@ -124,8 +130,17 @@ class PopupMenu {
     }, { signal: end.signal });
   }
 
+  // What follows the pointer lets go of it, as where the browser takes it for a gesture of its own.
+  private endPress(): void {
+    if (!this.press) return;
+    const { pointerId, pointerType, isPrimary } = this.press;
+    this.host.drawing.dispatchEvent(new PointerEvent("pointercancel",
+      { pointerId, pointerType, isPrimary, bubbles: true, composed: true }));
+  }
+
   private open(beside: Box, focusFirst: boolean): void {
     this.close();
+    this.endPress();
     const entries = this.entries.length > 0 ? this.entries : defaultMenu(this.host);
     this.before = focusHolder(this.host.root);
     this.panel = new MenuPanel({
@@ -140,12 +155,13 @@ class PopupMenu {
     const { signal } = this.watch;
     const outside = (event: Event): void => {
       const target = event.composedPath()[0] as Node;
-      if (target !== this.button && !this.panel?.holds(target)) this.close(false);
+      // A press goes elsewhere with the focus, a wheel does not.
+      if (target !== this.button && !this.panel?.holds(target)) this.close(event.type === "wheel");
     };
     window.addEventListener("pointerdown", outside, { signal, capture: true });
     window.addEventListener("wheel", outside, { signal, capture: true, passive: true });
-    window.addEventListener("blur", () => this.close(false), { signal });
-    window.addEventListener("resize", () => this.close(false), { signal });
+    window.addEventListener("blur", () => this.closeUntilBack(), { signal });
+    window.addEventListener("resize", () => this.close(), { signal });
   }
 
   private choose(item: MenuItem): void {
@@ -161,7 +177,18 @@ class PopupMenu {
     this.panel.close();
     this.panel = null;
     this.button.setAttribute("aria-expanded", "false");
-    if (restoresFocus && hadFocus) (this.before as HTMLElement | null)?.focus({ preventScroll: true });
+    if (restoresFocus && hadFocus) focusOn(this.before);
+  }
+
+  // To take the focus now could keep it from where it is going, in the page around a frame.
+  private closeUntilBack(): void {
+    const { before } = this;
+    const hadFocus = this.panel?.holds(this.host.root.activeElement);
+    this.close(false);
+    if (!hadFocus) return;
+    window.addEventListener("focus", () => {
+      if (focusHolder(this.host.root) === document.body) focusOn(before);
+    }, { once: true, signal: this.stop.signal });
   }
 
   private dress(node: HTMLElement): void {
@@ -176,6 +203,10 @@ class PopupMenu {
     // Under a large box the menu would be far away from it.
     return box.height < 80 ? box : pointBox(box.left + 16, box.top + 16);
   }
+}
+
+function focusOn(node: Element | null): void {
+  (node as HTMLElement | null)?.focus({ preventScroll: true });
 }
 
 function pointBox(x: number, y: number): Box {

@@ -6,6 +6,14 @@ const style = `@media print { [${mark}] { display: none !important; } }`;
 
 /** Opens the browser's print dialog for the element without the page around it. */
 export function printAlone(element: HTMLElement): void {
+  const asked = new AbortController();
+  window.addEventListener("beforeprint", () => hideBesides(element), { once: true, signal: asked.signal });
+  window.print();
+  // Where nothing is printed (in a sandboxed frame), the next print is another one, of the whole page.
+  asked.abort();
+}
+
+function hideBesides(element: HTMLElement): void {
   const hidden = [...besides(element)];
   for (const node of hidden) {
     adoptStyle(node.getRootNode() as Document | ShadowRoot, style);
@@ -13,7 +21,6 @@ export function printAlone(element: HTMLElement): void {
   }
   const restore = (): void => hidden.forEach((node) => node.removeAttribute(mark));
   window.addEventListener("afterprint", restore, { once: true });
-  window.print();
 }
 
 /** All elements that neither hold the element nor stand in it, from the inside out. */

@@ -5,7 +5,8 @@ import type { CellPlace, CloseUp, Places, Scene } from "../charts/chart.ts";
 import { buildOption } from "../charts/index.ts";
 import type { EChartsType } from "../charts/library.ts";
 import { init } from "../charts/library.ts";
-import { isTable } from "../settings/diagram_types.ts";
+import { sameTable } from "../data/table.ts";
+import { isTable, pie } from "../settings/diagram_types.ts";
 import { SettingError } from "../settings/setting_error.ts";
 import { rowName } from "../host/names.ts";
 import type { Part, PartHost } from "../host/part.ts";
@@ -85,8 +86,8 @@ class Drawn {
   private width = 0;
   private height = 0;
   private isFirst = true;
-  /** What the reader has hidden and shown by the legend. */
-  private legend: Record<string, boolean> = {};
+  /** What the reader has hidden and shown by each legend: that of all series, or the one of a series at the front. */
+  private readonly legends = new Map<number | null, Record<string, boolean>>();
   private pressed: readonly [x: number, y: number] = [0, 0];
   private anchor: CellPlace | null = null;
   private walked: CellPlace | null = null;
@@ -103,7 +104,7 @@ class Drawn {
     this.chart = init(this.box, null, { renderer: "svg", width, height });
     this.chart.on("rendered", () => this.dress());
     this.chart.on("legendselectchanged", (event) => {
-      this.legend = (event as { selected: Record<string, boolean> }).selected;
+      this.legends.set(this.legendOf, (event as { selected: Record<string, boolean> }).selected);
       // The axes may have other ends now.
       if (this.zoom.part) this.show(this.scene, this.hook);
     });
@@ -134,7 +135,8 @@ class Drawn {
       [this.width, this.height] = [scene.width, scene.height];
       this.chart.resize({ width: this.width, height: this.height, silent: true });
     }
-    const isOther = scene.table !== this.scene.table || scene.style.DiagramType !== this.scene.style.DiagramType;
+    const isOther = !sameTable(scene.table, this.scene.table)
+      || scene.style.DiagramType !== this.scene.style.DiagramType;
     if (isOther) this.zoom.forget();
     this.scene = scene;
     this.hook = hook;
@@ -198,6 +200,9 @@ class Drawn {
     const own = this.keptFromBefore(option);
     this.option = withTextTooltip(hooked(isStill ? { ...own, animation: false } : own, this.hook));
     this.marked = null;
+    // The library draws with the shapes that there are, and leaves a mark on one that gets another place.
+    const seriesIndex = [...listOf(this.option["series"]).keys()];
+    if (isStill) this.chart.dispatchAction({ type: "downplay", seriesIndex });
     this.chart.setOption(this.option, { notMerge: true });
     this.places = places;
     this.area = PlotArea.of(this.chart, scene.style.IsRotated);
@@ -211,6 +216,16 @@ class Drawn {
   private move(): void {
     this.draw(this.zoom.part, true);
     if (this.zoom.part) this.rest = window.setTimeout(() => this.draw(), restTime);
+  }
+
+  private get legend(): Record<string, boolean> {
+    return this.legends.get(this.legendOf) ?? {};
+  }
+
+  // The slices that a pie's legend names are those of all series.
+  private get legendOf(): number | null {
+    const { style, series } = this.scene;
+    return style.DiagramType === pie ? null : series;
   }
 
   // A drawing takes the place of the one before without growing anew, and with what the reader did to the legend.

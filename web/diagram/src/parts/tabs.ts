@@ -1,14 +1,16 @@
 // The tabs of a chart: all series, or one of them.
 import type { Scene } from "../charts/chart.ts";
+import type { Table } from "../data/table.ts";
 import { columnName } from "../host/names.ts";
 import type { Part, PartHost } from "../host/part.ts";
 import { adoptStyle } from "../host/style_sheet.ts";
 import { textsFor } from "../host/texts.ts";
 import { isTable } from "../settings/diagram_types.ts";
+import type { Style } from "../settings/style.ts";
 import { partsStyle } from "./parts_style.ts";
 
 // By TabStyle: where the tabs stand.
-const places = ["nowhere", "above", "below"] as const;
+const places = [null, "above", "below"] as const;
 
 /** The row of tabs above or below the drawing, while the scene has one. */
 export function mountTabs(host: PartHost): Part {
@@ -28,9 +30,9 @@ export function mountTabs(host: PartHost): Part {
   let shown = "";
   return {
     update(scene: Scene): void {
-      const place = places[scene.style.TabStyle] ?? "nowhere";
-      const series = seriesOf(scene);
-      if (place === "nowhere" || series.length < 2) {
+      const place = places[scene.style.TabStyle];
+      const series = seriesWithTabs(scene.style, scene.table);
+      if (!place || series.length === 0) {
         list.remove();
         shown = "";
         return;
@@ -62,8 +64,15 @@ function put(list: HTMLElement, place: "above" | "below", drawing: HTMLElement):
   else drawing.after(list);
 }
 
+/** The columns that have a tab of their own: none without tabs, which a lone series has not. */
+export function seriesWithTabs(style: Style, table: Table): readonly number[] {
+  if (!places[style.TabStyle]) return [];
+  const series = seriesOf(style, table);
+  return series.length > 1 ? series : [];
+}
+
 /** The columns that can stand alone: not those that are x values of others. */
-function seriesOf({ style, table }: Scene): number[] {
+function seriesOf(style: Style, table: Table): number[] {
   const all = table.columnLabels.map((_, column) => column);
   if (isTable(style.DiagramType)) return [];
   if (style.DiagramType === 3 && all.length > 1) return all.slice(1);

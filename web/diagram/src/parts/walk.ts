@@ -1,9 +1,10 @@
 // From value to value of a chart by keys: along the axis of its categories, and from series to series. In a histogram
-// the places are its buckets: there a place's row is a bucket, counted from 0.
+// the places are its buckets: there a place's row is a bucket, counted from 0. Dots are walked by their y values.
 import { bucketCountsOf, isHistogram } from "../charts/bucket_counts.ts";
 import { bucketCount } from "../charts/buckets.ts";
 import type { CellPlace, Scene } from "../charts/chart.ts";
-import { cellName, columnName } from "../host/names.ts";
+import { type DotColumns, dotColumnsOf } from "../charts/dot_columns.ts";
+import { cellName, columnName, rowName, valueName } from "../host/names.ts";
 import type { Texts } from "../host/texts.ts";
 
 type Way = readonly ["row" | "column", "first" | "last" | -1 | 1];
@@ -36,25 +37,39 @@ export function stepInChart(scene: Scene, at: CellPlace | null, key: string): Ce
   const isMirrored = ((Reverse & 1) === 1) !== (IsRotated && isHistogram(DiagramType));
   const way = ways[isMirrored ? mirrored[upright] ?? upright : upright];
   const rows = rowCount(scene);
-  const columns = scene.series === null ? scene.table.columnLabels.length : 1;
-  const first = scene.series ?? 0;
-  if (!way || rows === 0 || columns === 0) return null;
+  const columns = scene.series === null ? walkedColumns(scene) : [scene.series];
+  const [first] = columns;
+  if (!way || rows === 0 || first === undefined) return null;
   if (!at) return { row: 0, column: first };
   const [axis, step] = way;
+  if (axis === "column") {
+    return { ...at, column: columns[placeAfter(columns.indexOf(at.column), step, columns.length)] ?? first };
+  }
   // A tab may have taken the series away meanwhile.
-  const here = { ...at, column: scene.series ?? at.column };
-  const to = axis === "row" ? placeAfter(here.row, step, rows) : first + placeAfter(here.column - first, step, columns);
-  return { ...here, [axis]: to };
+  return { row: placeAfter(at.row, step, rows), column: columns.includes(at.column) ? at.column : first };
 }
 
 /** Whether the place is still in the chart. */
 export function isInChart(scene: Scene, { row, column }: CellPlace): boolean {
-  return row < rowCount(scene) && column < scene.table.columnLabels.length;
+  return row < rowCount(scene) && walkedColumns(scene).includes(column);
 }
 
-/** A place for the ear: row, column and value; a bucket's range, how many values it holds, and whose they are. */
+/**
+ * A place for the ear: row, column and value; the row and all values of a dot; a bucket's range, how many values it
+ * holds, and whose they are.
+ */
 export function placeName(scene: Scene, place: CellPlace, texts: Texts): string {
-  return isHistogram(scene.style.DiagramType) ? bucketName(scene, place, texts) : cellName(scene, place, texts);
+  const { style: { DiagramType }, table } = scene;
+  if (isHistogram(DiagramType)) return bucketName(scene, place, texts);
+  const dot = dotColumnsOf(DiagramType, table.columnLabels.length)?.find(({ y }) => y === place.column);
+  return dot ? dotName(scene, place.row, dot, texts) : cellName(scene, place, texts);
+}
+
+function dotName(scene: Scene, row: number, { x, y, size }: DotColumns, texts: Texts): string {
+  const value = (column: number): string =>
+    `${columnName(scene, column, texts)}: ${valueName(scene, { row, column }, texts)}`;
+  const columns = [x, y, size].flatMap((column) => (column === null ? [] : [column]));
+  return [rowName(scene, row, texts), ...columns.map(value)].join(", ");
 }
 
 function bucketName(scene: Scene, { row: bucket, column }: CellPlace, texts: Texts): string {
@@ -72,6 +87,12 @@ function bucketName(scene: Scene, { row: bucket, column }: CellPlace, texts: Tex
 
 function rowCount({ style, table }: Scene): number {
   return isHistogram(style.DiagramType) && table.cells.length > 0 ? bucketCount(style.BucketCount) : table.cells.length;
+}
+
+/** The table's columns that the keys stop at. */
+function walkedColumns({ style, table }: Scene): readonly number[] {
+  const count = table.columnLabels.length;
+  return dotColumnsOf(style.DiagramType, count)?.map(({ y }) => y) ?? [...table.columnLabels.keys()];
 }
 
 function placeAfter(from: number, step: Way[1], count: number): number {

@@ -1,4 +1,7 @@
-// Which of the types by number, `DiagramType`, are tables and no charts.
+// Types by number, `DiagramType`, that more than one drawing depends on; and which are tables and no charts.
+
+/** The type of a pie, whose legend names rows. */
+export const pie = 4;
 
 /** The type of a table. */
 export const plainTable = 9;

@@ -101,6 +101,22 @@ test("a published picture is not announced beside the drawing, and tables may co
   assert.deepEqual(await heard(), [["Both"], ["Data"]]);
 });
 
+test("a link beside the drawing is seen while it has the focus", async () => {
+  const fallback = '<p>Sources: <a href="#one">one</a></p><table><tr><td>5</table>';
+  const page = await openCharts(browser, [{ fallback }], { colorScheme: "dark" });
+  const seen = (): Promise<boolean> => page.locator("plexoras-diagram a").evaluate((link) => {
+    const { x, y, width, height } = link.getBoundingClientRect();
+    return width > 10 && document.elementFromPoint(x + width / 2, y + height / 2) === link;
+  });
+  assert.equal(await seen(), false);
+  await page.keyboard.press("Tab");
+  await page.keyboard.press("Tab");
+  assert.equal(await page.evaluate(() => document.activeElement?.textContent), "one");
+  assert.equal(await seen(), true);
+  await page.keyboard.press("Tab");
+  assert.equal(await seen(), false);
+});
+
 test("what the reader selects at once is selected together", async () => {
   const style = { SelectionMode: 3, MultipleSelection: true, ExtendedSelection: true };
   const page = await openCharts(browser, [{ style }, { style: { ...style, DiagramType: 9 } }]);

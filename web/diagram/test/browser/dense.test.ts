@@ -219,7 +219,7 @@ test("keys look closer at the walked value, and walking out of view moves the vi
   assert.equal(await page.evaluate(() => document.activeElement?.localName), "plexoras-diagram");
 });
 
-test("a closer look survives a selection, not other data; paper and clicks know of it", async () => {
+test("a closer look survives a selection and another style, not other data; paper and clicks know of it", async () => {
   const { page, box } = await openTall(levelChart(3000, { DiagramType: 3 }));
   await noteSelections(page);
   const [x, y] = [box.x + box.width / 2, box.y + box.height / 2];
@@ -243,6 +243,11 @@ test("a closer look survives a selection, not other data; paper and clicks know 
   await frame(page);
   assert(await width() < 100, "after printing");
 
+  await page.evaluate(() => document.querySelector("param[name=XmlStyle]")
+    ?.setAttribute("value", "<xml><DiagramType>3</><HasBorder>True</></>"));
+  await frame(page);
+  assert(await width() < 100, "another style");
+
   await page.evaluate(() => {
     const param = document.querySelector("param[name=XmlContents]");
     param?.setAttribute("value", param.getAttribute("value")?.replace("<value>50<", "<value>51<") ?? "");
@@ -257,8 +262,9 @@ test("two fingers look closer, and one finger then moves the view", async () => 
   const { x, y, width, height } = await plotOf(page);
   const [middle, row] = [x + width / 2, y + height / 2];
   const touch = (type: "touchStart" | "touchMove" | "touchEnd", ...places: number[]): Promise<unknown> =>
-    session.send("Input.dispatchTouchEvent", { type, touchPoints: places.map((place, id) => ({ x: place, y: row, id })) })
-      .then(() => frame(page));
+    session.send("Input.dispatchTouchEvent", {
+      type, touchPoints: places.map((place, id) => ({ x: place, y: row, id })),
+    }).then(() => frame(page));
   await touch("touchStart", middle - 20);
   await touch("touchStart", middle - 20, middle + 20);
   for (const far of [40, 100, 200]) await touch("touchMove", middle - far, middle + far);

@@ -41,6 +41,10 @@ function pictureTexts(page: Page): Promise<string[]> {
   });
 }
 
+function twoFrames(page: Page): Promise<unknown> {
+  return page.evaluate(() => new Promise((resolve) => requestAnimationFrame(() => requestAnimationFrame(resolve))));
+}
+
 function setParam(page: Page, name: string, value: string): Promise<void> {
   return page.evaluate(([param = "", text = ""]) => {
     document.querySelector(`param[name=${param}]`)?.setAttribute("value", text);
@@ -192,6 +196,54 @@ test("a chart that is not visible takes no room", async () => {
   await waitForState(page, "drawn");
 });
 
+test("a chart that was hidden shows what has changed meanwhile", async () => {
+  const page = await openCharts(browser, [{}]);
+  const chart = page.locator("plexoras-diagram");
+  await chart.evaluate((element) => { element.style.display = "none"; });
+  await setParam(page, "XmlContents", "<xml><rows><row>new</></><cols/><data><value>1</></></>");
+  await twoFrames(page);
+  await chart.evaluate((element) => { element.style.display = ""; });
+  await twoFrames(page);
+  assert((await pictureTexts(page)).includes("new"));
+});
+
+test("charts beside each other stand on one line, with a caption and without", async () => {
+  const head = "<style>plexoras-diagram { display: inline-block }</style>";
+  const charts = [{ caption: "Sales", attributes: "width=300" }, { attributes: "width=300" }];
+  const page = await openCharts(browser, charts, { head });
+  const boxes = await Promise.all((await page.locator("plexoras-diagram").all()).map((chart) => chart.boundingBox()));
+  assert.deepEqual([boxes[0]?.y, boxes[0]?.x !== boxes[1]?.x], [boxes[1]?.y, true]);
+});
+
+test("follows the language, the colours and the font of where it stands", async () => {
+  const page = await openCharts(browser, [{ style: { FormatType: 3 } }], { colorScheme: "light" });
+  const section = '<section lang="de" style="--plexoras-color-1: #f00; font-family: serif"></section>';
+  // A value, the first colour, the scheme, the font.
+  const steps: [string, string, string][] = [
+    ["a move", `document.body.insertAdjacentHTML("beforeend", '${section}');
+      document.querySelector("section").append(chart)`, "-4,5 #f00 light serif"],
+    ["a change and a move at once", `chart.theme = "dark"; document.body.append(chart)`, "-4.5 own dark own"],
+    ["another language of the page", `document.documentElement.lang = "fr"`, "-4,5 own dark own"],
+    ["another class of the page", `document.head.insertAdjacentHTML("beforeend",
+      "<style>.night { --plexoras-color-1: #0f0; font-family: serif }</style>");
+      document.body.className = "night"`, "-4,5 #0f0 dark serif"],
+    ["a move that does not leave", `document.querySelector("section").moveBefore(chart, null)`,
+      "-4,5 #f00 dark serif"],
+  ];
+  for (const [name, change, wanted] of steps) {
+    await page.evaluate(`{ const chart = document.querySelector("plexoras-diagram"); ${change} }`);
+    await twoFrames(page);
+    const seen = await page.evaluate(() => {
+      const chart = document.querySelector("plexoras-diagram") as HTMLElement & { table: { cells: string[][] } };
+      const { colorScheme, fontFamily } = getComputedStyle(chart.shadowRoot?.querySelector(".frame") ?? chart);
+      const color = getComputedStyle(chart).getPropertyValue("--_accent").replace("\\", "");
+      return [chart.table.cells[0]?.[1], ["#f00", "#0f0"].includes(color) ? color : "own", colorScheme,
+        fontFamily === "serif" ? fontFamily : "own"].join(" ");
+    });
+    assert.equal(seen, wanted, name);
+  }
+});
+
 test("a move keeps the drawing, leaving gives all back", async () => {
   const page = await openCharts(browser, [{}], { head: recorder });
   const outcome = await page.evaluate(async () => {
@@ -322,20 +374,54 @@ test("clicks select, and say what", async () => {
   }), ["20", "5", "1200"]);
 });
 
-test("what the legend hides stays hidden in the next drawing", async () => {
-  const page = await openCharts(browser, [{}]);
+test("what the legend hides stays hidden in the next drawing, but not at the front", async () => {
+  const page = await openCharts(browser, [{ style: { TabStyle: 1 } }]);
+  const chart = page.locator("plexoras-diagram");
   await page.evaluate(() => {
     const chart = document.querySelector("plexoras-diagram") as unknown as { option: (option: object) => void };
     chart.option = (option) => { (window as unknown as { drawn: object }).drawn = option; };
   });
-  await page.locator("plexoras-diagram svg text", { hasText: "Q2" }).click();
-  const hidden = await page.evaluate(async () => {
-    document.querySelector("plexoras-diagram")?.setAttribute("theme", "dark");
-    await new Promise((resolve) => requestAnimationFrame(() => requestAnimationFrame(resolve)));
-    const { drawn } = window as unknown as { drawn: { legend: { selected: Record<string, boolean> }[] } };
-    return Object.entries(drawn.legend[0]?.selected ?? {}).filter(([, shown]) => !shown).map(([name]) => name);
-  });
-  assert.deepEqual(hidden, ["Q2"]);
+  const hidden = async (): Promise<string[]> => {
+    await twoFrames(page);
+    return page.evaluate(() => {
+      const { drawn } = window as unknown as { drawn: { legend: { selected: Record<string, boolean> }[] } };
+      return Object.entries(drawn.legend[0]?.selected ?? {}).filter(([, shown]) => !shown).map(([name]) => name);
+    });
+  };
+  await chart.locator("svg text", { hasText: "Q2" }).click();
+  await chart.evaluate((element) => element.setAttribute("theme", "dark"));
+  assert.deepEqual(await hidden(), ["Q2"]);
+  await page.getByRole("tab", { name: "Q2" }).click();
+  assert.deepEqual(await hidden(), []);
+  await page.getByRole("tab", { name: "All" }).click();
+  assert.deepEqual(await hidden(), ["Q2"]);
+});
+
+test("a series at the front goes back when its tab is gone", async () => {
+  const tabs = "<TabStyle>1</>";
+  const endings: [string, string, string[]][] = [
+    ["no tabs", "<xml/>", ["Q1", "Q2", "Q3"]],
+    ["its column is x now", `<xml>${tabs}<DiagramType>3</></>`, ["Q2", "Q3"]],
+  ];
+  for (const [name, style, wanted] of endings) {
+    const page = await openCharts(browser, [{ style: { TabStyle: 1 } }]);
+    await page.evaluate(() => {
+      const chart = document.querySelector("plexoras-diagram") as unknown as { option: (option: object) => void };
+      chart.option = (option) => { (window as unknown as { drawn: object }).drawn = option; };
+    });
+    const drawn = async (): Promise<(string | undefined)[]> => {
+      await twoFrames(page);
+      return page.evaluate(() => (window as unknown as { drawn: { series: { name?: string }[] } }).drawn.series
+        .map(({ name }) => name).filter((name) => name?.startsWith("Q")));
+    };
+    await page.getByRole("tab", { name: "Q1" }).click();
+    assert.deepEqual(await drawn(), ["Q1"], name);
+    await setParam(page, "XmlStyle", style);
+    assert.deepEqual(await drawn(), wanted, name);
+    await setParam(page, "XmlStyle", `<xml>${tabs}</>`);
+    assert.deepEqual(await drawn(), ["Q1", "Q2", "Q3"], name);
+    await page.close();
+  }
 });
 
 test("the nearest language decides how values are written", async () => {

@@ -67,6 +67,9 @@ test("title, labels and rows stand below each other", async () => {
   const page = await openTable({
     titles: ["Region", "Quarter", "Sales"], style: { ShowColTitle: true, ColLabelHeight: 40, DefaultRowHeight: 30 },
   });
+  const table = page.locator("table[part=grid]");
+  const last = await table.locator("tr").last().getAttribute("aria-rowindex");
+  assert.deepEqual([last, await table.getAttribute("aria-rowcount")], ["5", "5"]);
   const tops = await page.locator("table[part=grid] tr > :last-child").evaluateAll((cells) =>
     cells.map((cell) => cell.getBoundingClientRect().top));
   assert.deepEqual(tops.map((top) => top - (tops[0] ?? 0)), [0, 40, 80, 110, 140]);
@@ -83,6 +86,10 @@ test("selection by clicks and keys follows the order on show", async () => {
   });
   const cell = (text: string) => page.getByRole("gridcell", { name: text, exact: true });
   const steps: [string, () => Promise<void>, string][] = [
+    ["Tab, Shift and an arrow", async () => {
+      await page.keyboard.press("Tab");
+      await page.keyboard.press("Shift+ArrowRight");
+    }, "[[0,0],[0,1]]"],
     ["click", () => cell("30").click(), "[[0,0]]"],
     ["Ctrl adds", () => cell("25").click({ modifiers: ["Control"] }), "[[0,0],[1,1]]"],
     ["Ctrl takes away", () => cell("30").click({ modifiers: ["Control"] }), "[[1,1]]"],
@@ -90,6 +97,10 @@ test("selection by clicks and keys follows the order on show", async () => {
     ["a label selects its column", () => page.getByRole("columnheader", { name: "Q2" }).click(), "[[-1,1]]"],
     ["Space selects", () => cell("10").press("Space"), "[[1,0]]"],
     ["Shift and arrow widen it", () => cell("10").press("Shift+ArrowDown"), "[[1,0],[2,0]]"],
+    ["after a plain arrow they begin anew", async () => {
+      await page.keyboard.press("ArrowRight");
+      await page.keyboard.press("Shift+ArrowUp");
+    }, "[[1,1],[2,1]]"],
   ];
   for (const [name, act, cells] of steps) {
     await act();
@@ -143,6 +154,63 @@ test("typing into cells: keys, giving up, and an input method's own Enter", asyn
   assert.match((await texts(page))[2] ?? "", /^South\|\|/);
 });
 
+test("what is typed is what the element says, as long as the data stay", async () => {
+  const page = await openTable({ style: { IsEditable: true, SelectionMode: 3, HasPopupMenu: true } });
+  const chart = page.locator("plexoras-diagram");
+  await page.evaluate(() => document.addEventListener("plexoras-select", (event) => {
+    const { value, text } = (event as CustomEvent).detail;
+    document.title = `${value} ${text}`;
+  }));
+  const first = page.getByRole("gridcell", { name: "30" });
+  await first.focus();
+  await page.keyboard.type("41");
+  await page.keyboard.press("Tab");
+  const typed = (): Promise<string[]> =>
+    chart.evaluate((node: HTMLElement & { table?: { cells: string[][] } }) => node.table?.cells[0] ?? []);
+  assert.deepEqual(await typed(), ["41", "-4.5", "7"]);
+  await page.getByRole("gridcell", { name: "41" }).click();
+  assert.equal(await page.title(), "41 41");
+  await page.keyboard.press("Shift+F10");
+  await page.getByRole("menuitem", { name: "Show data as a table" }).click();
+  assert.match(await page.locator("dialog table tbody tr").first().innerText(), /^North\s+41\s/);
+  await page.keyboard.press("Escape");
+  const set = (name: string, from: string, to: string): Promise<void> =>
+    page.locator(`param[name=${name}]`).evaluate((param, [before, after]) =>
+      param.setAttribute("value", param.getAttribute("value")?.replace(before ?? "", after ?? "") ?? ""), [from, to]);
+  await set("XmlStyle", ">9<", ">5<");
+  await page.locator("plexoras-diagram svg").waitFor();
+  assert.deepEqual(await typed(), ["41", "-4.5", "7"], "a chart of the same data");
+  await set("XmlContents", "1200", "1300");
+  assert.deepEqual(await typed(), ["30", "-4.5", "7"], "other data");
+});
+
+test("as many rows and columns stay in view as there are, and have room", async () => {
+  const rows = Array.from({ length: 60 }, (_, row) => `Row ${row}`);
+  const page = await openCharts(browser, [{}, { rows, columns: ["A"], values: rows.map(() => "1"), fallback: "" }]
+    .map((chart) => ({ ...chart, style: { DiagramType: 9, FixedRows: 32767, FixedCols: 32767 } })));
+  const kept = (): Promise<number[]> => page.locator("table[part=grid]").evaluateAll((tables) =>
+    (tables as HTMLElement[]).map(({ style }) => [...style].filter((name) => /^--_top-/.test(name)).length));
+  const [few = 0, many = 0] = await kept();
+  assert.equal(few, 3);
+  assert(many > 3 && many < 20, String(many));
+  await page.locator("plexoras-diagram").last().evaluate((chart) => { chart.style.height = "100px"; });
+  await page.waitForTimeout(100);
+  const [, less = 0] = await kept();
+  assert(less > 0 && less < many, `${less} of ${many}`);
+});
+
+test("a large table that has been moved is printed whole", async () => {
+  const rows = Array.from({ length: 1000 }, (_, row) => `Row ${row}`);
+  const chart = { rows, columns: [..."ABCD"], values: Array(4000).fill("1"), fallback: "", style: { DiagramType: 9 } };
+  const page = await openCharts(browser, [chart], { colorScheme: "dark" });
+  const printed = await page.locator("plexoras-diagram").evaluate((chart) => {
+    document.body.append(chart);
+    window.dispatchEvent(new Event("beforeprint"));
+    return chart.shadowRoot?.querySelectorAll("tbody tr").length;
+  });
+  assert.equal(printed, 1000);
+});
+
 test("ten thousand cells are all there, and the last can be reached at once", async () => {
   const values = Array.from({ length: 10_000 }, (_, index) => String(index));
   const page = await openTable({
@@ -166,7 +234,11 @@ test("a heat table colours each number, and all texts can be read", async () => 
     attributes: `theme="${theme}"`, style: { DiagramType: 11 }, rows: ["r"],
     columns: [..."abcdefgh"], values: ["-9", "-5", "-1", "0", "2", "5", "8", "9"],
   })));
-  for (const grid of await page.locator("table[part=grid]").all()) {
+  const grids = await page.locator("table[part=grid]").all();
+  for (const [forcedColors, grid] of (["none", "active"] as const).flatMap((forced) =>
+    grids.map((one) => [forced, one] as const))) {
+    await page.emulateMedia({ forcedColors });
+    await page.evaluate(() => new Promise((drawn) => requestAnimationFrame(() => setTimeout(drawn))));
     const cells = await grid.locator("td.heat").evaluateAll((nodes) => nodes.map((node) => {
       const { color, backgroundColor } = getComputedStyle(node);
       const light = (css: string): number => {

@@ -34,6 +34,18 @@ const walks: { name: string; style: object; keys: [string, string][] }[] = [
     name: "a reversed line", style: { DiagramType: 1, Reverse: 1 },
     keys: [["ArrowLeft", "North, Q1: 30"], ["ArrowLeft", "South, Q1: 10"], ["ArrowRight", "North, Q1: 30"]],
   },
+  {
+    name: "points", style: { DiagramType: 3 },
+    keys: [
+      ["ArrowRight", "North, Q1: 30, Q2: -4.5"], ["ArrowUp", "North, Q1: 30, Q2: -4.5"],
+      ["ArrowDown", "North, Q1: 30, Q3: 7"], ["ArrowRight", "South, Q1: 10, Q3: n/a"],
+      ["PageUp", "South, Q1: 10, Q2: 25"],
+    ],
+  },
+  {
+    name: "circles", style: { DiagramType: 8 },
+    keys: [["ArrowRight", "North, Q1: 30, Q2: -4.5, Q3: 7"], ["ArrowDown", "North, Q1: 30, Q2: -4.5, Q3: 7"]],
+  },
 ];
 const buckets = { values: ["1", "2", "2", "2.9", "9", "n/a", "5", "6", "6.5"] };
 const histograms: typeof walks = [
@@ -77,7 +89,7 @@ test("tooltips say every text as it is", async () => {
     0: [["End", ["}{a|", "7 – 12", "1"]]],
     10: [["End", ["}{a|", "≤ 12", "3"]]],
     1: [["End", [last, ...labels.slice(0, 3), "11"]], ["ArrowLeft", []], ["ArrowUp", ["<b>{name|", "}{a|", "n}{a|a"]]],
-    3: [["End", [last, "{a|b}: 10", "}{a|: 11"]]],
+    3: [["End", [last, "{a|b}: 10", "<b>{name|: 12"]]],
     4: [["End", [last, "}{a|", "11"]]],
     7: [["End", [last, "}{a|", "11"]]],
     8: [["End", [last, "{a|b}: 10", "}{a|: 11", "<b>{name|: 12"]]],

@@ -119,6 +119,39 @@ test("the focus returns to where it was: in the chart, beside its data, in anoth
   }
 });
 
+test("a menu that closes by itself leaves the keyboard where it was", async () => {
+  const page = await openMenuChart();
+  const fire = (types: readonly string[]): Promise<void> => page.evaluate((types) => {
+    for (const type of types) document.dispatchEvent(new Event(type, { bubbles: true }));
+  }, types);
+  for (const types of [["resize"], ["wheel"], ["blur", "focus"]]) {
+    await page.locator("plexoras-diagram").evaluate((chart) =>
+      chart.shadowRoot?.querySelector<HTMLElement>(".walker")?.focus());
+    await page.keyboard.press("Shift+F10");
+    await fire(types);
+    assert.equal(await page.getByRole("menu").count(), 0, types[0]);
+    assert.equal(await page.locator("plexoras-diagram").evaluate((chart) =>
+      chart.shadowRoot?.activeElement?.className), "walker", types[0]);
+  }
+});
+
+test("a menu that opens ends what follows the pointer", async () => {
+  const page = await openMenuChart({ style: { DiagramType: 9, moveableCols: true } });
+  const labels = page.getByRole("columnheader", { name: "Q" });
+  const middle = async (index: number): Promise<{ x: number; y: number }> => {
+    const box = await labels.nth(index).boundingBox();
+    assert(box);
+    return { x: box.x + box.width / 2, y: box.y + box.height / 2 };
+  };
+  const client = await page.context().newCDPSession(page);
+  const [from, to] = [await middle(0), await middle(2)];
+  await client.send("Input.dispatchTouchEvent", { type: "touchStart", touchPoints: [from] });
+  await page.getByRole("menu").waitFor();
+  await client.send("Input.dispatchTouchEvent", { type: "touchMove", touchPoints: [to] });
+  await client.send("Input.dispatchTouchEvent", { type: "touchEnd", touchPoints: [] });
+  assert.deepEqual(await labels.allTextContents(), ["Q1", "Q2", "Q3"]);
+});
+
 test("a long press takes the click that ends it, and no other", async () => {
   for (const [end, counted] of [["pointerup", 0], ["pointercancel", 1]] as const) {
     const page = await openMenuChart();
@@ -218,18 +251,27 @@ test("a table's picture has its texts", async () => {
 
 test("printing takes the rest of the page away, and gives it back", async () => {
   const page = await openMenuChart();
-  const seen = await page.evaluate(async () => {
-    const heading = document.querySelector("h1");
-    const chart = document.querySelector("plexoras-diagram");
-    const marks = (): boolean[] => [heading, chart, document.querySelector("main")]
-      .map((node) => node?.hasAttribute("data-plexoras-unprinted") ?? false);
-    const seen: boolean[][] = [];
-    window.print = () => seen.push(marks());
-    chart?.shadowRoot?.querySelector<HTMLElement>(".menu-button")?.click();
-    const items = [...chart?.shadowRoot?.querySelectorAll<HTMLElement>("[role=menuitem]") ?? []];
-    items.find((item) => item.textContent === "Print…")?.click();
-    window.dispatchEvent(new Event("afterprint"));
-    return [...seen, marks()];
-  });
-  assert.deepEqual(seen, [[true, false, false], [false, false, false]]);
+  const fire = (type: string): string => `window.dispatchEvent(new Event("${type}"));`;
+  const ways: [string, string, boolean][] = [
+    ["print() waits until it is done", `${fire("beforeprint")} note(); ${fire("afterprint")}`, true],
+    ["print() does nothing", "", false],
+  ];
+  for (const [name, print, isMarked] of ways) {
+    const seen = await page.evaluate(`(() => {
+      const nodes = ["h1", "plexoras-diagram", "main"].map((name) => document.querySelector(name));
+      const seen = [];
+      const note = () => seen.push(nodes.map((node) => node.hasAttribute("data-plexoras-unprinted")));
+      window.print = () => { ${print} };
+      nodes[1].shadowRoot.querySelector(".menu-button").click();
+      const items = [...nodes[1].shadowRoot.querySelectorAll("[role=menuitem]")];
+      items.find((item) => item.textContent === "Print…").click();
+      note();
+      ${fire("beforeprint")}
+      note();
+      ${fire("afterprint")}
+      return seen;
+    })()`);
+    const none = [false, false, false];
+    assert.deepEqual(seen, [...(isMarked ? [[true, false, false]] : []), none, none], name);
+  }
 });

@@ -118,6 +118,17 @@ test("the reader's dark scheme stays on the screen, and comes back", async () =>
   }, dark);
 });
 
+test("a large table prints all its rows, also after a move", async () => {
+  const page = await openCharts(browser, [chart("large", 3000, 2, { style: { DiagramType: 9 } })],
+    { colorScheme: "dark" });
+  assert.equal(await page.evaluate(() => {
+    const table = document.querySelector("plexoras-diagram");
+    document.body.append(table ?? "");
+    window.dispatchEvent(new Event("beforeprint"));
+    return table?.shadowRoot?.querySelectorAll("tbody tr").length;
+  }), 3000);
+});
+
 test("a chart that is far away is drawn before printing", async () => {
   const page = await openCharts(browser, [{}]);
   const drawn = await page.evaluate(() => {

@@ -22,7 +22,9 @@ export const types = [
   ["Bubble", "monthBubbles", { ...bubble }],
   ["Table", "skies", { DiagramType: 9, ShowRowTitle: true }],
   ["Cumulative histogram", "readings", { DiagramType: 10 }],
-  ["Heat table", "hours", { DiagramType: 11, FormatType: 0, FormatPattern: "0", RowLabelWidth: 44 }],
+  ["Heat table", "sixHours",
+    { DiagramType: 11, FormatType: 0, FormatPattern: "0", FontSize: 11, RowLabelWidth: 44, DefaultRowHeight: 18,
+      ColLabelHeight: 18 }],
 ];
 
 export const sections = [

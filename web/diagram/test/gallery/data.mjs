@@ -32,6 +32,7 @@ export const tables = {
   energyYears: lastRows({ ...read("iowa-electricity"), columnTitle: "Source", valueTitle: "TWh" }, 3),
   energyShares: { ...read("iowa-2017"), columnTitle: "Year", columns: ["2017"] },
   hours: { ...hours, columnTitle: "Hour" },
+  sixHours: { ...pick(hours, ["00:00", "04:00", "08:00", "12:00", "16:00", "20:00"]), columnTitle: "Hour" },
   dayAndNight: { ...pick(hours, ["04:00", "16:00"]), valueTitle: "°C" },
   // Every reading of the year as one list.
   readings: {

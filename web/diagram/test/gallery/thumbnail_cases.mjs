@@ -100,6 +100,7 @@ export const thumbnails = [
   ...set("RowLabelWidth", 110, few, grid),
   ...set("ColLabelHeight", 44, few, grid),
   ...each("EqualCols", [false, true], { ...few, columns: ["Q1", "Quarter 2"] }, grid),
+  ...each("EqualRows", [false, true], { ...few, rows: [["North\nand East", "20", "35"], ...few.rows.slice(1)] }, grid),
   { name: "patterns", table: three, style: { ...bar, BarStyle: 1 }, patterns: true },
 ];
 
@@ -113,11 +114,18 @@ export const liveThumbnails = [
   { name: "OnColLabelClick", table: { ...few, rows: cells.rows.map((row) => row.slice(0, 3)) },
     style: { ...grid, AutoResize: true, OnColLabelClick: 2 },
     act: (page) => page.getByText("Q2").first().click() },
+  { name: "OnRowLabelClick", table: few, style: { ...grid, AutoResize: true, OnRowLabelClick: 2 },
+    act: (page) => page.getByText("North").first().click() },
   { name: "IsEditable", table: cells, style: { ...grid, AutoResize: true, IsEditable: true },
     act: (page) => page.getByText("42").first().dblclick() },
   { name: "FixedRows", table: cells, style: { ...grid, AutoResize: true, FixedRows: 1, DefaultRowHeight: 30 },
     act: async (page) => {
       await page.mouse.move(100, 100);
       await page.mouse.wheel(0, 100);
+    } },
+  { name: "FixedCols", table: cells, style: { ...grid, FixedCols: 1, DefaultColWidth: 60 },
+    act: async (page) => {
+      await page.mouse.move(100, 100);
+      await page.mouse.wheel(100, 0);
     } },
 ];
