@@ -1,9 +1,9 @@
 // Says when an element is drawn: at most once a frame; for the first time when it comes into view or the browser has
 // nothing else to do; at once before printing.
 
+import { giveBackTurn, takeTurn } from "./idle_turns.ts";
+
 const nearby = "200px";
-// Browsers without idle callbacks wait a moment instead.
-const moment = 200;
 
 export class DrawTimes {
   private readonly element: Element;
@@ -11,7 +11,6 @@ export class DrawTimes {
   private isDue = false;
   private isWoken = false;
   private frame = 0;
-  private idle = 0;
   private printing = false;
   private unseen = false;
   private view: IntersectionObserver | null = null;
@@ -41,9 +40,7 @@ export class DrawTimes {
       if (entries.some((entry) => entry.isIntersecting)) this.wake();
     }, { rootMargin: nearby });
     this.view.observe(this.element);
-    this.idle = typeof requestIdleCallback === "function"
-      ? requestIdleCallback(this.wakeUnseen)
-      : window.setTimeout(this.wakeUnseen, moment);
+    takeTurn(this.wakeUnseen);
   }
 
   stop(): void {
@@ -84,8 +81,7 @@ export class DrawTimes {
   private stopWaiting(): void {
     this.view?.disconnect();
     this.view = null;
-    if (typeof cancelIdleCallback === "function") cancelIdleCallback(this.idle);
-    else window.clearTimeout(this.idle);
+    giveBackTurn(this.wakeUnseen);
   }
 
   private readonly beforePrint = (): void => {
