@@ -128,3 +128,38 @@ function escaped(text: string): string {
 export function focusedText(page: Page): Promise<string | null> {
   return page.evaluate(() => document.activeElement?.shadowRoot?.activeElement?.textContent ?? null);
 }
+
+/** A page that keeps the names and details of all events of its charts, in the order in which they come. */
+export const recorder = `<script>
+  window.events = [];
+  for (const name of ["ready", "error", "select", "command"]) {
+    addEventListener("plexoras-" + name, (event) => window.events.push([name, event.detail]));
+  }
+</script>`;
+
+export function events(page: Page): Promise<[string, Record<string, unknown>][]> {
+  return page.evaluate(() => (window as unknown as { events: [string, Record<string, unknown>][] }).events);
+}
+
+export async function waitForState(page: Page, wanted: string): Promise<void> {
+  await page.waitForFunction((name) =>
+    document.querySelector("plexoras-diagram")?.shadowRoot?.querySelector(`div.${name}`), wanted);
+}
+
+/** The texts in a chart's picture. */
+export function pictureTexts(page: Page): Promise<string[]> {
+  return page.evaluate(() => {
+    const svg = document.querySelector("plexoras-diagram")?.shadowRoot?.querySelector("svg");
+    return [...svg?.querySelectorAll("text") ?? []].map((text) => text.textContent ?? "");
+  });
+}
+
+export function twoFrames(page: Page): Promise<unknown> {
+  return page.evaluate(() => new Promise((resolve) => requestAnimationFrame(() => requestAnimationFrame(resolve))));
+}
+
+export function setParam(page: Page, name: string, value: string): Promise<void> {
+  return page.evaluate(([param = "", text = ""]) => {
+    document.querySelector(`param[name=${param}]`)?.setAttribute("value", text);
+  }, [name, value]);
+}

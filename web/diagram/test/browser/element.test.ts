@@ -6,50 +6,17 @@ import { join } from "node:path";
 import { after, before, test } from "node:test";
 import { pathToFileURL } from "node:url";
 
-import type { Browser, Page } from "playwright-core";
+import type { Browser } from "playwright-core";
 
-import { chartElement, launch, openCharts } from "./chart_page.ts";
+import {
+  chartElement, events, launch, openCharts, pictureTexts, recorder, setParam, twoFrames, waitForState,
+} from "./chart_page.ts";
 
 const script = join(PLEXORAS_ROOT, "build/web/plexoras-diagram.js");
 
 let browser: Browser;
 before(async () => { browser = await launch(); });
 after(() => browser.close());
-
-/** A page that keeps the names and details of all events of its charts, in the order in which they come. */
-const recorder = `<script>
-  window.events = [];
-  for (const name of ["ready", "error", "select", "command"]) {
-    addEventListener("plexoras-" + name, (event) => window.events.push([name, event.detail]));
-  }
-</script>`;
-
-function events(page: Page): Promise<[string, Record<string, unknown>][]> {
-  return page.evaluate(() => (window as unknown as { events: [string, Record<string, unknown>][] }).events);
-}
-
-async function waitForState(page: Page, wanted: string): Promise<void> {
-  await page.waitForFunction((name) =>
-    document.querySelector("plexoras-diagram")?.shadowRoot?.querySelector(`div.${name}`), wanted);
-}
-
-/** The texts in a chart's picture. */
-function pictureTexts(page: Page): Promise<string[]> {
-  return page.evaluate(() => {
-    const svg = document.querySelector("plexoras-diagram")?.shadowRoot?.querySelector("svg");
-    return [...svg?.querySelectorAll("text") ?? []].map((text) => text.textContent ?? "");
-  });
-}
-
-function twoFrames(page: Page): Promise<unknown> {
-  return page.evaluate(() => new Promise((resolve) => requestAnimationFrame(() => requestAnimationFrame(resolve))));
-}
-
-function setParam(page: Page, name: string, value: string): Promise<void> {
-  return page.evaluate(([param = "", text = ""]) => {
-    document.querySelector(`param[name=${param}]`)?.setAttribute("value", text);
-  }, [name, value]);
-}
 
 test("draws, says so once, and keeps the fallback for the ear", async () => {
   const page = await openCharts(browser, [{ caption: "Sales" }], { head: recorder });
@@ -180,173 +147,6 @@ test("a failure is told once, whatever its listener tries", async () => {
     await waitForState(page, isMended ? "drawn" : "failed");
     await page.close();
   }
-});
-
-test("a chart that is not visible takes no room", async () => {
-  const page = await openCharts(browser, [{ style: {} }]);
-  await page.evaluate(() => {
-    const param = document.createElement("param");
-    param.setAttribute("name", "Visible");
-    param.setAttribute("value", "False");
-    document.querySelector("plexoras-diagram")?.append(param);
-  });
-  await waitForState(page, "hidden");
-  assert.equal(await page.locator("plexoras-diagram").boundingBox(), null);
-  await setParam(page, "Visible", "True");
-  await waitForState(page, "drawn");
-});
-
-test("a chart that was hidden shows what has changed meanwhile", async () => {
-  const page = await openCharts(browser, [{}]);
-  const chart = page.locator("plexoras-diagram");
-  await chart.evaluate((element) => { element.style.display = "none"; });
-  await setParam(page, "XmlContents", "<xml><rows><row>new</></><cols/><data><value>1</></></>");
-  await twoFrames(page);
-  await chart.evaluate((element) => { element.style.display = ""; });
-  await twoFrames(page);
-  assert((await pictureTexts(page)).includes("new"));
-});
-
-test("charts beside each other stand on one line, with a caption and without", async () => {
-  const head = "<style>plexoras-diagram { display: inline-block }</style>";
-  const charts = [{ caption: "Sales", attributes: "width=300" }, { attributes: "width=300" }];
-  const page = await openCharts(browser, charts, { head });
-  const boxes = await Promise.all((await page.locator("plexoras-diagram").all()).map((chart) => chart.boundingBox()));
-  assert.deepEqual([boxes[0]?.y, boxes[0]?.x !== boxes[1]?.x], [boxes[1]?.y, true]);
-});
-
-test("follows the language, the colours and the font of where it stands", async () => {
-  const page = await openCharts(browser, [{ style: { FormatType: 3 } }], { colorScheme: "light" });
-  const section = '<section lang="de" style="--plexoras-color-1: #f00; font-family: serif"></section>';
-  // A value, the first colour, the scheme, the font.
-  const steps: [string, string, string][] = [
-    ["a move", `document.body.insertAdjacentHTML("beforeend", '${section}');
-      document.querySelector("section").append(chart)`, "-4,5 #f00 light serif"],
-    ["a change and a move at once", `chart.theme = "dark"; document.body.append(chart)`, "-4.5 own dark own"],
-    ["another language of the page", `document.documentElement.lang = "fr"`, "-4,5 own dark own"],
-    ["another class of the page", `document.head.insertAdjacentHTML("beforeend",
-      "<style>.night { --plexoras-color-1: #0f0; font-family: serif }</style>");
-      document.body.className = "night"`, "-4,5 #0f0 dark serif"],
-    ["a move that does not leave", `document.querySelector("section").moveBefore(chart, null)`,
-      "-4,5 #f00 dark serif"],
-  ];
-  for (const [name, change, wanted] of steps) {
-    await page.evaluate(`{ const chart = document.querySelector("plexoras-diagram"); ${change} }`);
-    await twoFrames(page);
-    const seen = await page.evaluate(() => {
-      const chart = document.querySelector("plexoras-diagram") as HTMLElement & { table: { cells: string[][] } };
-      const { colorScheme, fontFamily } = getComputedStyle(chart.shadowRoot?.querySelector(".frame") ?? chart);
-      const color = getComputedStyle(chart).getPropertyValue("--_accent").replace("\\", "");
-      return [chart.table.cells[0]?.[1], ["#f00", "#0f0"].includes(color) ? color : "own", colorScheme,
-        fontFamily === "serif" ? fontFamily : "own"].join(" ");
-    });
-    assert.equal(seen, wanted, name);
-  }
-});
-
-test("a move keeps the drawing, leaving gives all back", async () => {
-  const page = await openCharts(browser, [{}], { head: recorder });
-  const outcome = await page.evaluate(async () => {
-    const chart = document.querySelector("plexoras-diagram");
-    const svg = (): Element | null | undefined => chart?.shadowRoot?.querySelector("svg");
-    const drawn = svg();
-    const place = document.createElement("section");
-    document.body.append(place);
-    place.append(chart ?? "");
-    await new Promise((resolve) => setTimeout(resolve, 50));
-    const moved = svg() === drawn;
-    chart?.remove();
-    await new Promise((resolve) => setTimeout(resolve, 50));
-    const left = svg() ?? null;
-    place.append(chart ?? "");
-    const frame = document.createElement("iframe");
-    document.body.append(frame);
-    frame.contentDocument?.body.append(chart ?? "");
-    await new Promise((resolve) => setTimeout(resolve, 200));
-    const elsewhere = [chart?.clientWidth, chart?.shadowRoot?.querySelectorAll("svg").length];
-    place.append(chart ?? "");
-    return [moved, left, elsewhere];
-  });
-  // The frame is 300 pixels wide, with a margin of 8.
-  assert.deepEqual(outcome, [true, null, [284, 1]]);
-  await waitForState(page, "drawn");
-  assert.equal((await events(page)).length, 1, "ready once");
-});
-
-test("charts that have gone leave nothing behind", async () => {
-  const own = await launch("--js-flags=--expose-gc");
-  try {
-    const page = await openCharts(own, []);
-    const left = await page.evaluate(async (types) => {
-      const gone: WeakRef<Element>[] = [];
-      const pause = (time: number): Promise<void> => new Promise((done) => setTimeout(done, time));
-      for (let index = 0; index < 100; ++index) {
-        const chart = document.createElement("plexoras-diagram");
-        const style = `<xml><DiagramType>${types[index % types.length]}</><HasPopupMenu>True</><TabStyle>1</></>`;
-        const contents = "<xml><rows><row>a</></><cols/><data><value>1</></></>";
-        for (const [name, value] of Object.entries({ XmlStyle: style, XmlContents: contents })) {
-          const param = document.createElement("param");
-          param.setAttribute("name", name);
-          param.setAttribute("value", value);
-          chart.append(param);
-        }
-        const drawn = new Promise((done) => chart.addEventListener("plexoras-ready", done, { once: true }));
-        document.body.append(chart);
-        await drawn;
-        // Every other chart goes while its menu or the window with its data is open.
-        if (index % 2 === 1) chart.shadowRoot?.querySelector<HTMLElement>(".menu-button")?.click();
-        if (index % 4 === 1) chart.shadowRoot?.querySelector<HTMLElement>("[role=menuitem]")?.click();
-        chart.remove();
-        gone.push(new WeakRef(chart));
-        await pause(0);
-      }
-      const stillThere = (): number => gone.filter((one) => one.deref()).length;
-      // What the drawing library does in its next frames ends first.
-      for (let round = 0; round < 20 && stillThere() > 1; ++round) {
-        await pause(500);
-        (window as unknown as { gc: () => void }).gc();
-      }
-      return stillThere();
-    }, [5, 9, 4, 1]);
-    // The browser itself may still know the last one.
-    assert(left <= 1, `${left} of 100 charts are still there`);
-  } finally {
-    await own.close();
-  }
-});
-
-test("follows its box, with one drawing a frame, and comes to rest", async () => {
-  const head = "<style>plexoras-diagram { width: 60%; height: 200px }</style>";
-  const page = await openCharts(browser, [{ attributes: "width=100%" }], { head });
-  const chart = page.locator("plexoras-diagram");
-  await page.setViewportSize({ width: 600, height: 500 });
-  await page.waitForTimeout(100);
-  const width = await chart.evaluate((element) => element.clientWidth);
-  assert.equal(width, Math.round((600 - 16) * 0.6));
-  assert.equal(await chart.locator("svg").getAttribute("viewBox"), `0 0 ${width} 200`);
-  const frames = await page.evaluate(async () => {
-    const chart = document.querySelector("plexoras-diagram") as HTMLElement & { option: unknown };
-    let frame = 0;
-    const drawnIn: number[] = [];
-    chart.option = () => { drawnIn.push(frame); };
-    for (; frame < 40; ++frame) {
-      await new Promise(requestAnimationFrame);
-      // All that can ask for a drawing, in one frame and several times.
-      for (let again = 0; frame === 10 && again < 3; ++again) {
-        chart.style.width = `${300 + again}px`;
-        chart.setAttribute("theme", again === 1 ? "dark" : "light");
-        chart.setAttribute("height", `${250 + again}`);
-        chart.lang = ["de", "fr", "es"][again] ?? "";
-        chart.toggleAttribute("patterns");
-        chart.querySelector("param")?.setAttribute("value", `<xml><DiagramType>${again}</></>`);
-      }
-    }
-    return drawnIn;
-  });
-  assert.equal(new Set(frames).size, frames.length, `drawn twice in a frame: ${frames}`);
-  // One for the settings, at most one more for the size that the browser has found meanwhile.
-  const later = frames.filter((frame) => frame >= 10);
-  assert(later.length >= 1 && later.length <= 2 && Math.max(...later) <= 12, `drawn in frames ${frames}`);
 });
 
 test("clicks select, and say what", async () => {
