@@ -1,5 +1,6 @@
 // The tabs of a chart: all series, or one of them.
 import type { Scene } from "../charts/chart.ts";
+import { dotColumnsOf } from "../charts/dot_columns.ts";
 import type { Table } from "../data/table.ts";
 import { columnName } from "../host/names.ts";
 import type { Part, PartHost } from "../host/part.ts";
@@ -75,8 +76,7 @@ export function seriesWithTabs(style: Style, table: Table): readonly number[] {
 function seriesOf(style: Style, table: Table): number[] {
   const all = table.columnLabels.map((_, column) => column);
   if (isTable(style.DiagramType)) return [];
-  if (style.DiagramType === 3 && all.length > 1) return all.slice(1);
-  return style.DiagramType === 8 ? all.filter((column) => column % 3 === 1) : all;
+  return dotColumnsOf(style.DiagramType, all.length)?.map(({ y }) => y) ?? all;
 }
 
 function tabNode(caption: string, show: () => void): HTMLElement {
