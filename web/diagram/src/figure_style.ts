@@ -42,7 +42,9 @@ export const figureStyle = `
   min-height: 0;
 }
 .stage { position: absolute; inset: 0; }
-.stage svg { display: block; }
+/* The pointer finds the stage, never a shape: the library moves a shape to the front while it is pressed, and a browser
+   sends no click for one that was moved. */
+.stage svg { display: block; pointer-events: none; }
 
 /* Until there is a drawing, what the page has put into the element is on show; afterwards it is there to be heard. */
 .pending { overflow: auto; }
