@@ -4,37 +4,8 @@ The environment variable PLEXORAS names the tool. Nothing outside a temporary fo
 """
 
 import json
-import os
-import subprocess
-import tempfile
-import unittest
 
-TOOL = os.path.abspath(os.environ["PLEXORAS"])
-
-
-class ToolTest(unittest.TestCase):
-    """A temporary folder to run the tool in."""
-
-    maxDiff = None
-
-    def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.folder = folder.name
-        self.environment = dict(os.environ, HOME=self.folder, XDG_CONFIG_HOME=self.folder, LC_ALL="C")
-
-    def write(self, name, text):
-        path = os.path.join(self.folder, name)
-        os.makedirs(os.path.dirname(path), exist_ok=True)
-        with open(path, "w", encoding="utf-8", newline="") as file:
-            file.write(text)
-
-    def run_tool(self, *arguments, typed="", status=0):
-        done = subprocess.run([TOOL, *arguments], cwd=self.folder, env=self.environment, input=typed.encode(),
-                              capture_output=True, timeout=60, check=False)
-        output, talk = done.stdout.decode(), done.stderr.decode()
-        self.assertEqual(done.returncode, status, output + talk)
-        return output, talk
+from tool_case import ToolTest, main
 
 
 class Check(ToolTest):
@@ -43,7 +14,7 @@ class Check(ToolTest):
         self.write("site/NOTICE.DAT", "[TEMPLATE]\n#IFDEF WIDTH\n$(Width)\n")
         self.write("site/OTHER.DAT", "bytes of another program\n")
         self.write("site/.git/HIDDEN.DAT", "[A]\n#ENDIF\n")
-        output, talk = self.run_tool("check", "site", status=1)
+        output, talk = self.said("check", "site", status=1)
         self.assertEqual([line for line in output.splitlines() if line.startswith("site")], [
             "site/NOTICE.DAT:2:1: error: this #IFDEF is never closed [unclosed-conditional]",
             'site/NOTICE.DAT:3:1: warning: nothing defines the variable "Width" [undefined-variable]',
@@ -55,17 +26,17 @@ class Check(ToolTest):
     def test_exit_status(self):
         self.write("CLEAN.DAT", "[A]\nx\n")
         self.write("WARNED.DAT", "[A]\n$(X\n")
-        self.assertEqual(self.run_tool("check", "CLEAN.DAT"), ("", "0 errors and 0 warnings in 1 file\n"))
-        self.run_tool("check", "WARNED.DAT")
-        self.run_tool("check", "--werror", "WARNED.DAT", status=1)
-        self.run_tool("check", "NONE.DAT", "none.html", status=1)
-        self.run_tool("check", status=2)
-        _, talk = self.run_tool("check", "--explain", "stray-endfi", status=2)
+        self.assertEqual(self.said("check", "CLEAN.DAT"), ("", "0 errors and 0 warnings in 1 file\n"))
+        self.said("check", "WARNED.DAT")
+        self.said("check", "--werror", "WARNED.DAT", status=1)
+        self.said("check", "NONE.DAT", "none.html", status=1)
+        self.said("check", status=2)
+        _, talk = self.said("check", "--explain", "stray-endfi", status=2)
         self.assertIn('did you mean "stray-endif"?', talk)
 
     def test_json_has_one_object_a_finding(self):
         self.write("T.DAT", "[A]\n#ENDIF\n$(X\n")
-        output, talk = self.run_tool("check", "T.DAT", "--json", status=1)
+        output, talk = self.said("check", "T.DAT", "--json", status=1)
         first, second = (json.loads(line) for line in output.splitlines())
         self.assertEqual((first["version"], first["file"], first["line"], first["column"]), (1, "T.DAT", 2, 1))
         self.assertEqual((first["rule"], first["severity"]), ("stray-endif", "error"))
@@ -74,12 +45,12 @@ class Check(ToolTest):
         self.assertEqual(talk, "")
 
     def test_lists_and_explains_every_rule(self):
-        output, _ = self.run_tool("check", "--rules")
+        output, _ = self.said("check", "--rules")
         names = [line.split()[0] for line in output.splitlines()]
-        objects = [json.loads(line) for line in self.run_tool("check", "--rules", "--json")[0].splitlines()]
+        objects = [json.loads(line) for line in self.said("check", "--rules", "--json")[0].splitlines()]
         self.assertEqual(names, [row["rule"] for row in objects])
         for name in names:
-            self.assertTrue(self.run_tool("check", "--explain", name)[0].startswith(name + " ("))
+            self.assertTrue(self.said("check", "--explain", name)[0].startswith(name + " ("))
 
 
 class Step(ToolTest):
@@ -92,7 +63,7 @@ class Step(ToolTest):
 
     def step(self, typed, *options, status=0):
         """The result, and the lines at which it stopped."""
-        output, talk = self.run_tool("expand", "S.DAT", "A", *options, typed=typed, status=status)
+        output, talk = self.said("expand", "S.DAT", "A", *options, typed=typed, status=status)
         return output, [line for line in talk.splitlines() if line.startswith("S.DAT:")], talk
 
     def test_stops_as_it_is_told(self):
@@ -158,4 +129,4 @@ c
 
 
 if __name__ == "__main__":
-    unittest.main()
+    main()

@@ -5,59 +5,34 @@ The environment variable PLEXORAS names the tool. Nothing outside a temporary fo
 
 import json
 import os
-import subprocess
-import tempfile
-import unittest
 
-TOOL = os.path.abspath(os.environ["PLEXORAS"])
+from tool_case import ToolTest, main
 
 TABLE = "Region;Q1;Q2\nNorth;1;2\nR&D <new>;3;4\n"
 
 
-class AuthorTest(unittest.TestCase):
-    """A temporary folder with a page that holds a chart and a notice."""
-
-    maxDiff = None
+class AuthorTest(ToolTest):
+    """A page that holds a chart and a notice."""
 
     def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.folder = folder.name
-        self.environment = dict(os.environ, HOME=self.folder, XDG_CONFIG_HOME=self.folder, LC_ALL="C")
-        self.run_tool("new", "a.html", "--name", "Sales")
-        self.run_tool("new", "a.html", "--name", "Tip", "--control", "template")
+        super().setUp()
+        self.done("new", "a.html", "--name", "Sales")
+        self.done("new", "a.html", "--name", "Tip", "--control", "template")
 
-    def path(self, name):
-        return os.path.join(self.folder, name)
-
-    def write(self, name, text):
-        os.makedirs(os.path.dirname(self.path(name)), exist_ok=True)
-        with open(self.path(name), "w", encoding="utf-8", newline="") as file:
-            file.write(text)
-
-    def read(self, name="a.html"):
-        with open(self.path(name), encoding="utf-8", newline="") as file:
-            return file.read()
-
-    def run_tool(self, *arguments, status=0):
-        done = subprocess.run([TOOL, *arguments], cwd=self.folder, env=self.environment, stdin=subprocess.DEVNULL,
-                              capture_output=True, timeout=60, check=False)
-        output, talk = done.stdout.decode(), done.stderr.decode()
-        if status is not None:
-            self.assertEqual(done.returncode, status, output + talk)
-        return output, talk
+    def text(self, name="a.html"):
+        return self.read(name).decode()
 
     def work(self, page, actions, control="Sales", status=0):
         """Plays `actions`, one "--option value" a line, and applies them."""
         arguments = [word for line in actions.strip().splitlines() for word in line.strip().split(" ", 1)]
-        return self.run_tool("page", "a.html#" + control, page, *arguments, "--apply", status=status)
+        return self.said("page", "a.html#" + control, page, *arguments, "--apply", status=status)
 
     def get(self, name, control="Sales"):
-        return self.run_tool("get", "a.html#" + control, name)[0].rstrip("\n")
+        return self.said("get", "a.html#" + control, name)[0].rstrip("\n")
 
     def form(self, page, *arguments, control="Sales", status=0):
         """The page's controls by name."""
-        output, _ = self.run_tool("page", "a.html#" + control, page, *arguments, "--json", status=status)
+        output, _ = self.said("page", "a.html#" + control, page, *arguments, "--json", status=status)
         found = json.loads(output)
         controls = {}
         waiting = list(found["form"]["controls"])
@@ -90,9 +65,9 @@ class Page(AuthorTest):
                 self.assertTrue(talk.endswith(": written\n"), talk)
                 self.assertEqual({name: self.get(name) for name in expected}, expected)
         self.work("Custom", "--set KIND=Tip\n--set TEXT=Try <it>", control="Tip")
-        self.run_tool("publish", "a.html", status=None)  # fails where the script that draws charts is not installed
-        self.assertIn("Try &lt;it&gt;", self.read())
-        self.assertIn("stop()", self.read())
+        self.said("publish", "a.html", status=None)  # fails where the script that draws charts is not installed
+        self.assertIn("Try &lt;it&gt;", self.text())
+        self.assertIn("stop()", self.text())
 
     def test_a_menu_is_built_in_its_dialog(self):
         self.work("Styles", """--click chkHasPopupMenu
@@ -130,7 +105,7 @@ class Page(AuthorTest):
         self.assertEqual(self.get("valueTitle"), "EUR")
 
     def test_a_dialog_without_an_answer_is_closed_and_shown(self):
-        before = self.read()
+        before = self.text()
         cases = [
             ("Styles", "--click chkHasBorder\n--click cmdAbout", 'The dialog "About":\n', "Plexoras DTC"),
             ("Contents", "--click cmdTable", 'The dialog "Chart Data":\n', "3 rows, 4 columns; selected: row none"),
@@ -145,20 +120,20 @@ class Page(AuthorTest):
         self.assertIn("answer it with --file PATH", talk)
         found, _ = self.form("Styles", "--click", "cmdAbout", status=1)
         self.assertEqual(found["dialog"]["caption"], "About")
-        self.assertEqual(self.read(), before)
+        self.assertEqual(self.text(), before)
 
     def test_message_boxes_are_errors(self):
-        before = self.read()
+        before = self.text()
         _, talk = self.work("Contents", "--set txtContents=<xml\n--click cmdSet", status=1)
         self.assertIn("plexoras: error: a.html#Sales Contents: --click cmdSet: Cannot show malformatted XML\n", talk)
         found, _ = self.form("Contents", "--set", "txtContents=<xml", "--click", "cmdSet", "--apply", status=1)
         self.assertEqual((found["messages"], found["outcome"]), (["Cannot show malformatted XML"], "unchanged"))
         self.assertEqual(found["problems"], [{"severity": "error", "action": "--click cmdSet",
                                               "message": "Cannot show malformatted XML"}])
-        self.assertEqual(self.read(), before)
+        self.assertEqual(self.text(), before)
 
     def test_what_cannot_be_done_is_refused_and_nothing_is_written(self):
-        before = self.read()
+        before = self.text()
         cases = [
             ("Styles", "--click chkHasBorder\n--set chkHasLegnd=on", 1,
              'a.html#Sales Styles: --set chkHasLegnd=on: there is no control "chkHasLegnd" on "Styles"; did you mean '
@@ -183,44 +158,44 @@ class Page(AuthorTest):
                 output, talk = self.work(page, actions, status=status)
                 self.assertIn(expected, talk)
                 self.assertEqual(output, "")
-        self.run_tool("page", "a.html#Sales", "--apply", status=2)
-        self.run_tool("page", "a.html#Tip", "Styles", status=1)
-        self.assertEqual(self.read(), before)
+        self.said("page", "a.html#Sales", "--apply", status=2)
+        self.said("page", "a.html#Tip", "Styles", status=1)
+        self.assertEqual(self.text(), before)
 
     def test_a_setting_that_takes_no_such_value_is_not_applied(self):
-        self.write("PlexorasDTC/settings", "[Default]\nPATH=%s\n" % self.folder)
+        self.write("config/PlexorasDTC/settings", "[Default]\nPATH=%s\n" % self.folder)
         self.write("DTC/DIAGRAM.DAT", "[PROPERTY]\n#DEFINE LIMIT 10\n[ADVANCED_SPEC]\n"
                    "#DEFINE LIMIT_SPEC 'Rows:|integer|1..500'\n#DEFINE BAD_SPEC 'Bad:|txet'\n[TEMPLATE]\n$(LIMIT)\n")
         _, talk = self.work("Custom", "--set LIMIT=600", status=1)
         self.assertIn('--apply: Rows takes a whole number from 1 to 500, not "600"\n', talk)
         self.assertIn('DIAGRAM.DAT:5:24: warning: there is no type "txet"', talk)
-        _, talk = self.run_tool("page", "a.html#Sales", "Custom", "--set", "LIMIT=600")
+        _, talk = self.said("page", "a.html#Sales", "Custom", "--set", "LIMIT=600")
         self.assertTrue(talk.endswith("a.html#Sales Custom: nothing was written\n"), talk)
         self.assertEqual(self.get("LIMIT"), "10")
         self.work("Custom", "--set LIMIT=500")
         self.assertEqual(self.get("LIMIT"), "500")
 
     def test_only_apply_writes(self):
-        before = self.read()
-        output, talk = self.run_tool("page", "a.html#Sales", "Styles", "--click", "chkHasBorder")
+        before = self.text()
+        output, talk = self.said("page", "a.html#Sales", "Styles", "--click", "chkHasBorder")
         self.assertIn("chkHasBorder     Border       on\n", output)
         self.assertEqual(talk, "a.html#Sales Styles: nothing was written; --apply would apply the page\n")
-        _, talk = self.run_tool("page", "a.html#Sales", "Styles", "--apply")
+        _, talk = self.said("page", "a.html#Sales", "Styles", "--apply")
         self.assertEqual(talk, "a.html#Sales Styles: nothing to change\n")
-        _, talk = self.run_tool("page", "a.html#Sales", "Styles", "--click", "chkHasBorder", "--apply", "-n")
+        _, talk = self.said("page", "a.html#Sales", "Styles", "--click", "chkHasBorder", "--apply", "-n")
         self.assertEqual(talk, "a.html#Sales Styles: would be written\n")
-        self.assertEqual(self.read(), before)
+        self.assertEqual(self.text(), before)
 
     def test_settings_are_kept_of_work_that_succeeds(self):
         set_default = ["page", "a.html#Sales", "Format", "--click", "cbCurrency", "--click", "cmdSetDefault"]
-        settings = self.path("PlexorasDTC/settings")
-        _, talk = self.run_tool(*set_default, "-n")
+        settings = self.path("config/PlexorasDTC/settings")
+        _, talk = self.said(*set_default, "-n")
         self.assertIn("a.html#Sales Format: settings would be written\n", talk)
-        self.run_tool(*set_default, "--click", "cmdNone", status=1)
+        self.said(*set_default, "--click", "cmdNone", status=1)
         self.assertFalse(os.path.exists(settings))
-        output, _ = self.run_tool(*set_default, "--json")
+        output, _ = self.said(*set_default, "--json")
         self.assertEqual(json.loads(output)["settings"], "written")
-        self.assertIn("Format=Currency\n", self.read(settings))
+        self.assertIn("Format=Currency\n", self.text(settings))
 
     def test_what_is_stored_otherwise_than_typed_is_told_and_shown(self):
         cases = [
@@ -244,19 +219,19 @@ class Page(AuthorTest):
         self.assertEqual([row["action"] for row in found["problems"]], ["--click cmdNone"])
         self.assertEqual((found["page"], found["control"], found["property_page"]), ("a.html", "Sales", "Styles"))
         self.assertEqual(controls["chkHasBorder"]["value"], "on")
-        found = json.loads(self.run_tool("page", "a.html#Sales", "Nope", "--json", status=1)[0])
+        found = json.loads(self.said("page", "a.html#Sales", "Nope", "--json", status=1)[0])
         self.assertEqual((found["control"], len(found["problems"])), ("Sales", 1))
 
     def test_a_terminal_obeys_nothing_that_is_shown(self):
-        output, _ = self.run_tool("page", "a.html#Sales", "Custom", "--set", "CAPTION=a\x1b[2J\x7f\u009bé")
+        output, _ = self.said("page", "a.html#Sales", "Custom", "--set", "CAPTION=a\x1b[2J\x7f\u009bé")
         self.assertIn("a\\x1B[2J\\x7F\\xC2\\x9Bé\n", output)
 
     def test_lists_pages_and_controls(self):
-        self.assertEqual([line.split()[0] for line in self.run_tool("page", "a.html#Tip")[0].splitlines()],
+        self.assertEqual([line.split()[0] for line in self.said("page", "a.html#Tip")[0].splitlines()],
                          ["PAGE", "Events", "Custom"])
-        pages = json.loads(self.run_tool("page", "a.html#Sales", "--json")[0])["property_pages"]
+        pages = json.loads(self.said("page", "a.html#Sales", "--json")[0])["property_pages"]
         for page in (row["name"] for row in pages):
-            output, _ = self.run_tool("page", "a.html#Sales", page)
+            output, _ = self.said("page", "a.html#Sales", page)
             self.assertLessEqual(max(len(line) for line in output.splitlines()), 80, page)
         found, controls = self.form("Styles", "--set", "chkIsAbsolute=on")
         self.assertTrue(found["changed"])
@@ -266,9 +241,9 @@ class Page(AuthorTest):
 
 class Describe(AuthorTest):
     def test_properties_are_those_of_get_with_codes_and_captions(self):
-        output, _ = self.run_tool("describe", "chart", "--json")
+        output, _ = self.said("describe", "chart", "--json")
         described = {row["name"]: row for row in json.loads(output)["properties"]}
-        self.assertEqual(set(described), {line.split("=")[0] for line in self.run_tool("get", "a.html#Sales")[0].splitlines()})
+        self.assertEqual(set(described), {line.split("=")[0] for line in self.said("get", "a.html#Sales")[0].splitlines()})
         self.assertEqual(described["CurveStyle"]["codes"][2], {"value": "2", "caption": "Fill"})
         self.assertEqual((described["FontSize"]["type"], described["FontSize"]["default"]), ("Integer", "12"))
         self.assertEqual(described["CAPTION"]["comment"], "The line that heads the chart.")
@@ -279,16 +254,16 @@ class Describe(AuthorTest):
         self.assertEqual(places["USEMENU"], ("Styles", "cmdMenuBuilder", "Menu"))
         self.assertEqual(places["Contents"][:2], ("Contents", "txtContents"))
         self.assertEqual([row["value"] for row in described["ExtendedSelection"]["codes"]], ["False", "True"])
-        output, _ = self.run_tool("describe", "template", "KIND")
+        output, _ = self.said("describe", "template", "KIND")
         self.assertIn("default        note\n", output)
         self.assertIn("figure  Figure\n", output)
 
     def test_unknown_words_get_a_suggestion(self):
-        self.assertIn('did you mean "chart"?', self.run_tool("describe", "chrat", status=1)[1])
-        self.assertIn('did you mean "FontSize"?', self.run_tool("describe", "chart", "Fontsise", status=1)[1])
+        self.assertIn('did you mean "chart"?', self.said("describe", "chrat", status=1)[1])
+        self.assertIn('did you mean "FontSize"?', self.said("describe", "chart", "Fontsise", status=1)[1])
         self.assertIn("several properties: EqualCols (Columns: Equal size), EqualRows (Rows: Equal size)\n",
-                      self.run_tool("describe", "chart", "equal size", status=1)[1])
-        self.assertEqual([line.split()[0] for line in self.run_tool("describe")[0].splitlines()],
+                      self.said("describe", "chart", "equal size", status=1)[1])
+        self.assertEqual([line.split()[0] for line in self.said("describe")[0].splitlines()],
                          ["CONTROL", "chart", "template"])
 
 
@@ -296,11 +271,11 @@ class Image(AuthorTest):
     def test_without_a_picture_the_file_stays(self):
         self.write("data/x.png", "old")
         for control, what in (("Sales", "name the file data/x.svg"), ("Tip", "shows no chart")):
-            _, talk = self.run_tool("image", "a.html#" + control, "-o", "data/x.png", status=1)
+            _, talk = self.said("image", "a.html#" + control, "-o", "data/x.png", status=1)
             self.assertIn(what, talk)
-        self.assertEqual(self.read("data/x.png"), "old")
+        self.assertEqual(self.text("data/x.png"), "old")
         self.assertEqual(os.listdir(self.path("data")), ["x.png"])
 
 
 if __name__ == "__main__":
-    unittest.main()
+    main()
