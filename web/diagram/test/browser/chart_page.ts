@@ -48,7 +48,7 @@ export async function openCharts(
 ): Promise<Page> {
   const { head = "", ...context } = options;
   const page = await (await browser.newContext({ viewport: { width: 900, height: 700 }, ...context })).newPage();
-  page.setDefaultTimeout(8_000);
+  page.setDefaultTimeout(20_000);
   page.on("pageerror", (error) => { throw error; });
   mkdirSync(folder, { recursive: true });
   const file = join(folder, `${Math.random().toString(36).slice(2)}.html`);
