@@ -21,7 +21,8 @@ export class FigureBox {
   private readonly frame = document.createElement("div");
   private readonly caption = document.createElement("div");
   private readonly fallback = document.createElement("div");
-  private rule: CSSStyleDeclaration | null = null;
+  // The host's own rule.
+  private sheet: CSSStyleSheet | null = null;
   private state: FigureState = "pending";
 
   constructor(element: HTMLElement, root: ShadowRoot) {
@@ -43,9 +44,8 @@ export class FigureBox {
   /** Gives the root its style sheets, which it loses when the element goes to another document. */
   adoptStyles(): void {
     adoptStyle(this.root, figureStyle);
-    const own = makeStyle(this.root, ":host {}");
-    this.rule = (own.cssRules[0] as CSSStyleRule).style;
-    this.root.adoptedStyleSheets = [...this.root.adoptedStyleSheets, own];
+    this.sheet = makeStyle(this.root, ":host {}");
+    this.root.adoptedStyleSheets = [...this.root.adoptedStyleSheets, this.sheet];
     this.setState(this.state);
   }
 
@@ -58,10 +58,12 @@ export class FigureBox {
   /** Takes the size from the element's attributes. */
   setSize(): void {
     const height = sizeOf(this.element.getAttribute("height")) ?? defaultSize.height;
-    this.setRule("width", sizeOf(this.element.getAttribute("width")) ?? defaultSize.width);
-    this.setRule("height", this.state === "failed" ? "auto" : height);
-    this.setRule("min-height", this.state === "failed" && !height.endsWith("%") ? height : "");
-    this.setRule("display", this.state === "hidden" ? "none" : "");
+    this.setRule({
+      "width": sizeOf(this.element.getAttribute("width")) ?? defaultSize.width,
+      "height": this.state === "failed" ? "auto" : height,
+      "min-height": this.state === "failed" && !height.endsWith("%") ? height : "",
+      "display": this.state === "hidden" ? "none" : "",
+    });
   }
 
   setCaption(text: string): void {
@@ -71,15 +73,17 @@ export class FigureBox {
   /** A table says the same as the fallback, to the ear as well; and on paper it can go on on the next page. */
   setTable(isTable: boolean): void {
     this.fallback.classList.toggle("repeated", isTable);
-    this.setRule("break-inside", isTable ? "auto" : "avoid");
+    this.setRule({ "break-inside": isTable ? "auto" : "avoid" });
   }
 
   setLook(look: Look, hasBorder: boolean): void {
-    this.setRule("--_text", look.text);
-    this.setRule("--_ground", look.ground);
-    this.setRule("--_line", look.grid);
-    this.setRule("--_accent", look.palette[0] ?? look.text);
-    this.setRule("--_scheme", look.dark ? "dark" : "light");
+    this.setRule({
+      "--_text": look.text,
+      "--_ground": look.ground,
+      "--_line": look.grid,
+      "--_accent": look.palette[0] ?? look.text,
+      "--_scheme": look.dark ? "dark" : "light",
+    });
     this.frame.classList.toggle("bordered", hasBorder);
     const { style } = this.frame;
     style.fontFamily = look.fontFamily;
@@ -88,8 +92,12 @@ export class FigureBox {
     style.fontStyle = look.fontStyle;
   }
 
-  private setRule(name: string, value: string): void {
-    this.rule?.setProperty(name, value);
+  // WebKit does not see that a host's rule has changed, only that the sheet has another one.
+  private setRule(values: Readonly<Record<string, string>>): void {
+    const rule = this.sheet?.cssRules[0] as CSSStyleRule | undefined;
+    const before = rule?.cssText;
+    for (const [name, value] of Object.entries(values)) rule?.style.setProperty(name, value);
+    if (rule && rule.cssText !== before) this.sheet?.replaceSync(rule.cssText);
   }
 }
 

@@ -72,8 +72,8 @@ td:last-child, th:last-child { border-inline-end-width: 0; }
 .is-heat td:not(.row-label, .column-label, .corner) { border-color: var(--_cell-ground); }
 
 .is-selectable td, .row-labels-work .row-label, .column-labels-work .column-label { cursor: pointer; }
-.is-selectable td { user-select: none; }
-.row-label, .column-label { user-select: none; }
+.is-selectable td { user-select: none; -webkit-user-select: none; }
+.row-label, .column-label { user-select: none; -webkit-user-select: none; }
 .columns-move .column-label { touch-action: pan-y; }
 .rows-move .row-label { touch-action: pan-x; }
 [data-edge=columns] > * > * > * { cursor: col-resize !important; }

@@ -29,7 +29,8 @@ export const partsStyle = `
   min-width: 160px; max-width: min(360px, calc(100vw - 8px)); max-height: calc(100vh - 8px); overflow: auto;
   font-size: 13px; line-height: 1.35; color: var(--_text); background: var(--_ground);
   border: 1px solid color-mix(in srgb, var(--_text) 18%, var(--_ground)); border-radius: 8px;
-  box-shadow: 0 6px 24px rgb(0 0 0 / .18), 0 1px 3px rgb(0 0 0 / .12); outline: none; user-select: none;
+  box-shadow: 0 6px 24px rgb(0 0 0 / .18), 0 1px 3px rgb(0 0 0 / .12); outline: none;
+  user-select: none; -webkit-user-select: none;
 }
 .menu-item {
   display: flex; align-items: center; padding: 6px 12px; border-radius: 5px; cursor: default; outline: none;

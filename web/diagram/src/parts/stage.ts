@@ -4,7 +4,8 @@ import type { EChartsCoreOption } from "echarts/core";
 import type { CellPlace, CloseUp, Places, Scene } from "../charts/chart.ts";
 import { buildOption } from "../charts/index.ts";
 import type { EChartsType } from "../charts/library.ts";
-import { init } from "../charts/library.ts";
+import { init, setPlatformAPI } from "../charts/library.ts";
+import { fontMeasure } from "../charts/measure.ts";
 import { sameTable } from "../data/table.ts";
 import { isTable, pie } from "../settings/diagram_types.ts";
 import { SettingError } from "../settings/setting_error.ts";
@@ -25,6 +26,9 @@ export interface Stage extends Part {
   /** Lets something be done while all of the chart is on show, however closely the reader looks at it. */
   withAll<T>(act: () => T): T;
 }
+
+const measure = fontMeasure();
+setPlatformAPI({ measureText: (text, font) => ({ width: measure(text, font) }) });
 
 /** Draws each scene that is a chart; there is nothing here for tables. `hook` gives the page's own. */
 export function mountStage(host: PartHost, hook: () => OptionHook | null): Stage {

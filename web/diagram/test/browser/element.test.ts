@@ -222,6 +222,22 @@ test("what the legend hides stays hidden in the next drawing, but not at the fro
   assert.deepEqual(await hidden(), ["Q2"]);
 });
 
+test("a legend stays in one column where no font has the sign that the library measures lines by", async () => {
+  const head = `<script>
+    const { measureText } = CanvasRenderingContext2D.prototype;
+    CanvasRenderingContext2D.prototype.measureText = function (text) {
+      if (text !== "\\u56fd") return measureText.call(this, text);
+      return { width: 1.6 * parseFloat(/[\\d.]+px/.exec(this.font)) };
+    };
+  </script>`;
+  const page = await openCharts(browser, [{ style: { DiagramType: 7, LabelStyle: 3 } }], { head });
+  const left = await page.evaluate((names) => names.map((name) => {
+    const texts = [...document.querySelector("plexoras-diagram")?.shadowRoot?.querySelectorAll("svg text") ?? []];
+    return Math.round(texts.find((text) => text.textContent === name)?.getBoundingClientRect().left ?? NaN);
+  }), ["Q1", "Q2", "Q3"]);
+  assert.deepEqual(left, Array(3).fill(left[0]));
+});
+
 test("a series at the front goes back when its tab is gone", async () => {
   const tabs = "<TabStyle>1</>";
   const endings: [string, string, string[]][] = [
