@@ -1,5 +1,5 @@
 // What around an element decides how it looks and speaks: the page's style, the reader's system and languages.
-import { languagesFor } from "./host/languages.ts";
+import { languagesFor, watchLanguage } from "./host/languages.ts";
 import type { Reading } from "./look/theme.ts";
 import { customProperties } from "./look/theme.ts";
 
@@ -17,6 +17,7 @@ export class Surroundings {
   private readonly changed: () => void;
   private readonly page = new MutationObserver(() => this.compare());
   private lists: MediaQueryList[] = [];
+  private leaveLanguage: (() => void) | null = null;
   // What the page asked for when it was last looked at.
   private known = "";
 
@@ -29,13 +30,16 @@ export class Surroundings {
     this.release();
     this.lists = Object.values(queries).map((query) => window.matchMedia(query));
     for (const list of this.lists) list.addEventListener("change", this.changed);
-    // Pages switch their language and scheme at their root or body.
+    this.leaveLanguage = watchLanguage(this.element, this.compare);
+    // Pages switch their scheme at their root or body.
     const { documentElement, body } = this.element.ownerDocument;
     for (const node of [documentElement, body]) if (node) this.page.observe(node, { attributes: true });
   }
 
   release(): void {
     this.page.disconnect();
+    this.leaveLanguage?.();
+    this.leaveLanguage = null;
     for (const list of this.lists) list.removeEventListener("change", this.changed);
     this.lists = [];
   }
@@ -56,12 +60,12 @@ export class Surroundings {
     };
   }
 
-  private compare(): void {
+  private readonly compare = (): void => {
     const now = this.textOf(this.ofPage());
     if (now === this.known) return;
     this.known = now;
     this.changed();
-  }
+  };
 
   private ofPage(): OfPage {
     const style = getComputedStyle(this.element);

@@ -72,6 +72,63 @@ test("follows the language, the colours and the font of where it stands", async 
   }
 });
 
+// Counts what watches for languages: observers of trees that have begun, less those that have ended.
+const languageWatches = `<script>
+  window.watching = new Set();
+  const { observe, disconnect } = MutationObserver.prototype;
+  MutationObserver.prototype.observe = function (node, options) {
+    if (String(options.attributeFilter) === "lang") watching.add(this);
+    observe.call(this, node, options);
+  };
+  MutationObserver.prototype.disconnect = function () {
+    watching.delete(this);
+    disconnect.call(this);
+  };
+</script>`;
+
+test("another language of anything around a chart is noticed, by one observer", async () => {
+  const formatted = { style: { FormatType: 3 } };
+  const page = await openCharts(browser, [formatted, formatted], { head: languageWatches });
+  // The first values, and how many observers there are.
+  const steps: [string, string, string][] = [
+    ["at first", "", "-4.5 -4.5 1"],
+    ["a parent", "outer.lang = 'de'", "-4,5 -4,5 1"],
+    ["one nearer to one of them", "one.parentNode.lang = 'en'", "-4.5 -4,5 1"],
+    ["none any more", "outer.removeAttribute('lang')", "-4.5 -4.5 1"],
+    ["elsewhere", "document.querySelector('h1').lang = 'de'", "-4.5 -4.5 1"],
+    ["in two shadow trees", `const inner = document.createElement("p"), deep = document.createElement("div");
+      outer.attachShadow({ mode: "open" }).append(deep, document.createElement("slot"));
+      deep.append(inner);
+      inner.attachShadow({ mode: "open" }).innerHTML = "<b></b>";
+      inner.shadowRoot.firstChild.append(one)`, "-4.5 -4.5 3"],
+    ["a host's parent", "outer.shadowRoot.firstChild.lang = 'de'", "-4,5 -4.5 3"],
+    ["the outermost host", "outer.shadowRoot.firstChild.removeAttribute('lang'); outer.lang = 'fr'", "-4,5 -4,5 3"],
+    ["around it, innermost", "one.parentNode.lang = 'en'", "-4.5 -4,5 3"],
+    ["out of the trees", "document.body.append(one)", "-4.5 -4,5 1"],
+    ["the last ones have left", "one.remove(); other.remove()", "-4.5 -4,5 0"],
+  ];
+  await page.evaluate(() => {
+    document.querySelector("main")?.insertAdjacentHTML("beforeend", "<section><div></div></section>");
+    const [one, other] = document.querySelectorAll("plexoras-diagram");
+    const outer = document.querySelector("section");
+    outer?.append(other ?? "");
+    outer?.firstElementChild?.append(one ?? "");
+    Object.assign(window, { one, other, outer });
+  });
+  for (const [name, change, wanted] of steps) {
+    await page.evaluate(`{ ${change} }`);
+    await page.waitForFunction((expected) => {
+      const { one, other, watching, last } = window as unknown as {
+        last: string[]; watching: Set<unknown>; one: HTMLElement; other: HTMLElement;
+      };
+      const seen = [one, other].map((chart, index) =>
+        (chart as HTMLElement & { table: { cells: string[][] } | null }).table?.cells[0]?.[1] ?? last[index] ?? "");
+      Object.assign(window, { last: seen });
+      return [...seen, watching.size].join(" ") === expected;
+    }, wanted, { timeout: 5000 }).catch(() => { throw new Error(name); });
+  }
+});
+
 test("a move keeps the drawing, leaving gives all back", async () => {
   const page = await openCharts(browser, [{}], { head: recorder });
   const outcome = await page.evaluate(async () => {
