@@ -10,6 +10,7 @@ import { numberOfText } from "../src/settings/numbers.ts";
 import { freshArrangement, moved, sorted } from "../src/grid/arrangement.ts";
 import { contrast, rgbOf } from "../src/look/colours.ts";
 import { heatScale } from "../src/grid/heat.ts";
+import { bandsFor } from "../src/grid/paper_bands.ts";
 import { neededWidth, shared, sizesOf } from "../src/grid/sizes.ts";
 import { plainReading, settleLook } from "../src/look/theme.ts";
 import { placeOf } from "../src/parts/placement.ts";
@@ -118,6 +119,20 @@ test("sizes of cells and labels", () => {
     return neededWidth(scene as unknown as Scene, 0, measure);
   };
   assert.deepEqual(["1", "x"].map((sign) => needOf(sign.repeat(40))), [400 + padding, 320], "numbers are not cut off");
+});
+
+test("bands of columns for paper", () => {
+  const cases: [string, number[], number, number[], number][] = [
+    ["all have room", [10, 10], 30, [2], 25],
+    ["as wide as each other", [10, 10, 10, 10, 10, 10], 50, [3, 3], 35],
+    ["a wide column by itself", [10, 60, 10], 50, [1, 1, 1], 65],
+    ["fewest bands", [20, 5, 5, 20, 5, 5, 20], 36, [3, 3, 1], 35],
+  ];
+  for (const [name, needs, room, counts, ems] of cases) {
+    const bands = bandsFor(5, needs, room);
+    assert.deepEqual(bands.counts, counts, name);
+    assert(Math.abs(bands.ems - ems) < 1e-9, `${name}: ${bands.ems}`);
+  }
 });
 
 test("heat colours", () => {

@@ -120,12 +120,16 @@ tbody > tr:hover > :not(.heat, [aria-selected=true]) {
   .heat-bar { forced-color-adjust: none; border: 1px solid CanvasText; }
   tbody > tr:hover > * { background-image: none; }
 }
+.grid-bands, .grid-bands > div { display: none; }
 @media print {
+  .grid-bands { display: block; }
+  .grid-bands > div > table + table { margin-block-start: 1.5em; }
+  .unparted { break-inside: avoid; }
   .grid-box, .grid-clip, .grid-scroll { display: block; height: auto; }
   .grid-box, .grid-clip, .grid-scroll { margin: 0 !important; overflow: visible !important; }
   .grid-box { container-type: inline-size; }
-  table { table-layout: auto; width: 100% !important; font-size: min(1em, 100cqi / var(--_ems)); }
-  col { width: auto !important; }
+  table { table-layout: auto; width: 100% !important; font-size: min(1em, 100cqi / var(--_ems, 1)); }
+  col { width: var(--_set, auto) !important; }
   th, td { position: static !important; padding-inline: .4em; white-space: pre-wrap; overflow-wrap: break-word; }
   td.number { white-space: pre; }
   .heat, .heat-bar, [aria-selected=true] { print-color-adjust: exact; }

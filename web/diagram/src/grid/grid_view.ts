@@ -14,6 +14,7 @@ import { sameScale } from "./heat.ts";
 import { heatLegend } from "./heat_legend.ts";
 import { type GridModel, modelOf, type Position } from "./model.ts";
 import { bodyRow, cellOf, headCount, headRows, markSelected, markSelectedLabels, positionOf, refill } from "./nodes.ts";
+import { PaperBands } from "./paper_bands.ts";
 import { RowPieces } from "./row_pieces.ts";
 import { ScrollBars } from "./scroll_bars.ts";
 import { applySizes, type Room, setRowHeights } from "./size_nodes.ts";
@@ -33,6 +34,7 @@ export class GridView {
   private readonly filler = new RowPieces();
   private readonly painter = new RowPieces();
   private readonly stop = new AbortController();
+  private readonly bands: PaperBands;
   private readonly watch: ResizeObserver;
   /** What the reader types. */
   readonly typing: CellTyping;
@@ -59,6 +61,7 @@ export class GridView {
     clip.append(this.scroller);
     this.box.append(clip);
     host.drawing.append(this.box);
+    this.bands = new PaperBands(host.root, this.table, clip);
     this.watch = new ResizeObserver(() => this.fitRoom());
     this.watch.observe(this.scroller);
     const { signal } = this.stop;
@@ -73,6 +76,7 @@ export class GridView {
     this.filler.stop();
     this.painter.stop();
     this.watch.disconnect();
+    this.bands.drop();
     this.box.remove();
   }
 
@@ -84,10 +88,11 @@ export class GridView {
     }
     if (before && looksAlike(before, scene)) this.showSelection(scene);
     else this.typing.carryOver(() => this.draw(scene));
-    if (!this.host.isPrinting) return;
+    if (!this.host.isPrinting) return this.bands.drop();
     // Paper has all rows.
     this.filler.finish();
     this.painter.finish();
+    if (this.model) this.bands.make(this.model, this.measure);
   }
 
   // --- Drawing.

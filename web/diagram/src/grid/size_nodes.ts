@@ -14,20 +14,11 @@ export interface Room {
  * `room` is what of the table is in view; reading it here would make the browser lay the table out once more.
  */
 export function applySizes(table: HTMLTableElement, scroller: HTMLElement, model: GridModel, room: Room): void {
-  const { sizes: { labelWidth, labelHeight, titleHeight, columnWidths, padding, needed }, scene } = model;
-  const widths = labelWidth > 0 ? [labelWidth, ...columnWidths] : columnWidths;
-  const group = document.createElement("colgroup");
-  group.append(...widths.map((width) => {
-    const column = document.createElement("col");
-    column.style.width = `${width}px`;
-    return column;
-  }));
+  const { sizes: { labelWidth, labelHeight, titleHeight, columnWidths, padding } } = model;
   table.querySelector("colgroup")?.remove();
-  table.prepend(group);
-  table.style.width = `${widths.reduce((sum, width) => sum + width, 0)}px`;
+  table.prepend(columnNodes(model));
+  table.style.width = `${columnWidths.reduce((sum, width) => sum + width, labelWidth)}px`;
   table.style.setProperty("--_padding", `${padding}px`);
-  // Paper cannot be scrolled: there, the texts of a table that is too wide for it are smaller.
-  table.style.setProperty("--_ems", String(needed / scene.look.fontSize));
 
   const titleRow = table.querySelector<HTMLElement>(".title-row");
   // The labels stay under the title, so its height must be the one reckoned with.
@@ -42,6 +33,21 @@ export function applySizes(table: HTMLTableElement, scroller: HTMLElement, model
   // What is focused must not hide behind what stays.
   scroller.style.scrollPaddingTop = `${top}px`;
   scroller.style.scrollPaddingInlineStart = `${start}px`;
+}
+
+/** Makes the nodes that give columns their widths. On paper, those that the reader has set are in ems. */
+export function columnNodes({ arrangement, sizes: { labelWidth, columnWidths }, scene }: GridModel): HTMLElement {
+  const group = document.createElement("colgroup");
+  const columns = labelWidth > 0 ? [-1, ...arrangement.columns] : arrangement.columns;
+  const widths = labelWidth > 0 ? [labelWidth, ...columnWidths] : columnWidths;
+  group.append(...columns.map((column, position) => {
+    const node = document.createElement("col");
+    node.style.width = `${widths[position] ?? 0}px`;
+    const set = arrangement.sizes.columns.get(column);
+    if (set !== undefined) node.style.setProperty("--_set", `${set / scene.look.fontSize}em`);
+    return node;
+  }));
+  return group;
 }
 
 /** Gives rows their heights, the first one being at `position`. */

@@ -12,8 +12,6 @@ export interface Sizes {
   readonly columnWidths: readonly number[];
   /** Beside a cell's text, on either side: less than usual where columns that share the width need it. */
   readonly padding: number;
-  /** What labels and columns would do with, however wide they are. */
-  readonly needed: number;
   /** 0: no column labels. */
   readonly labelHeight: number;
   /** Of the line over the labels with their title; 0: none. */
@@ -49,7 +47,7 @@ export interface SizeInput {
 }
 
 export function sizesOf(input: SizeInput): Sizes {
-  const { scene, arrangement, needOf } = input;
+  const { scene, arrangement } = input;
   const { style, table } = scene;
   const labelWidth = style.showRowLabels ? labelColumnWidth(input) : 0;
   const labelHeight = !style.showColLabels ? 0
@@ -60,7 +58,6 @@ export function sizesOf(input: SizeInput): Sizes {
     labelWidth,
     columnWidths: columnWidths(input, input.available - labelWidth, 2 * (cellPadding - padding)),
     padding,
-    needed: arrangement.columns.reduce((sum, column) => sum + needOf(column), labelWidth),
     labelHeight,
     titleHeight: hasTitle ? Math.max(labelHeight || style.ColLabelHeight, textHeight(scene, [table.columnTitle])) : 0,
     rowHeight: rowHeights(scene, arrangement),
@@ -125,17 +122,23 @@ export function shared(needs: readonly number[], set: readonly (number | undefin
 
 /** The room that a column's texts need. A long text ends in an ellipsis; a number must not. */
 export function neededWidth(scene: Scene, column: number, measure: Measure): number {
-  const { style, table, format } = scene;
-  const widthOf = (isNumber: boolean): number => widestOf(table.cells.flatMap((_, row) => {
-    const { text, number } = cellAt(table, row, column);
-    return (number !== null) === isNumber ? [format.text(text)] : [];
-  }), false, measure);
+  const { style, table } = scene;
+  const widthOf = (isNumber: boolean): number => widestOf(textsOf(scene, column, isNumber), false, measure);
   const label = style.showColLabels
     ? widestOf([table.columnLabels[column] ?? ""], true, measure) + signRoom(style, "columns") : 0;
   return Math.max(widthOf(true), Math.min(Math.max(widthOf(false), label, narrowest), widest));
 }
 
-function widestOf(texts: readonly string[], bold: boolean, measure: Measure): number {
+/** What the cells of a column say: the numbers, or all others. */
+export function textsOf({ table, format }: Scene, column: number, isNumber: boolean): string[] {
+  return table.cells.flatMap((_, row) => {
+    const { text, number } = cellAt(table, row, column);
+    return (number !== null) === isNumber ? [format.text(text)] : [];
+  });
+}
+
+/** The room of a cell for the widest of some texts. */
+export function widestOf(texts: readonly string[], bold: boolean, measure: Measure): number {
   const lines = texts.some((text) => text.includes("\n")) ? texts.flatMap((text) => text.split("\n")) : texts;
   const longest = [...new Set(lines)].sort((a, b) => b.length - a.length).slice(0, measured);
   const most = longest.reduce((width, text) => Math.max(width, measure(text, bold)), 0);

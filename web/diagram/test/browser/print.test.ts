@@ -8,7 +8,7 @@ import { after, before, test } from "node:test";
 import type { Browser, Page } from "playwright-core";
 
 import type { ChartOnPage } from "./chart_page.ts";
-import { launch, openCharts } from "./chart_page.ts";
+import { launch, openCharts, twoFrames } from "./chart_page.ts";
 
 let browser: Browser;
 before(async () => { browser = await launch(); });
@@ -26,23 +26,27 @@ interface Word {
 
 interface Paper {
   readonly format: "A4" | "Letter";
+  readonly landscape: boolean;
   readonly width: number;
   readonly height: number;
 }
 
-// Upright, in points.
+// In points.
 const papers: readonly Paper[] = [
-  { format: "A4", width: 595.9, height: 842.9 },
-  { format: "Letter", width: 612, height: 792 },
+  { format: "A4", landscape: false, width: 595.9, height: 842.9 },
+  { format: "Letter", landscape: false, width: 612, height: 792 },
+  { format: "A4", landscape: true, width: 842.9, height: 595.9 },
+  { format: "Letter", landscape: true, width: 792, height: 612 },
 ];
+const nameOf = ({ format, landscape }: Paper): string => (landscape ? `${format}, lying` : format);
 const margin = 36;
 
-async function printed(page: Page, { format, width, height }: Paper): Promise<Word[]> {
+async function printed(page: Page, { format, landscape, width, height }: Paper): Promise<Word[]> {
   const folder = join(PLEXORAS_ROOT, "build/web/tests/pages");
   mkdirSync(folder, { recursive: true });
   const path = join(folder, `${format}.pdf`);
   const inch = `${margin / 72}in`;
-  await page.pdf({ path, format, margin: { top: inch, right: inch, bottom: inch, left: inch } });
+  await page.pdf({ path, format, landscape, margin: { top: inch, right: inch, bottom: inch, left: inch } });
   const words: Word[] = [];
   let number = 0;
   for (const line of execFileSync("pdftotext", ["-bbox", path, "-"], { encoding: "utf8" }).split("\n")) {
@@ -79,7 +83,7 @@ const charts: readonly ChartOnPage[] = [
   chart("wide", 5, 30, { style: { DiagramType: 9 }, attributes: "width=1200" }),
 ];
 
-for (const paper of papers) {
+for (const paper of papers.filter(({ landscape }) => !landscape)) {
   test(`${paper.format}: all words are on the paper, and each chart is on one page`, async () => {
     const page = await openCharts(browser, charts, { viewport: { width: 1400, height: 900 } });
     const words = await printed(page, paper);
@@ -101,6 +105,105 @@ for (const paper of papers) {
     await page.close();
   });
 }
+
+/** Cells that say which they are: `a3x5` is in the fourth row and the sixth column. */
+function namedCells(name: string, rows: number, columns: number, more: ChartOnPage): ChartOnPage {
+  const values = Array.from({ length: rows * columns }, (_, index) =>
+    `${name}${Math.floor(index / columns)}x${index % columns}`);
+  return chart(name, rows, columns, { values, ...more, style: { DiagramType: 9, ...more.style } });
+}
+
+/** The bands of a table on paper by their columns, in order; each cell is once in them, under its heads. */
+function bandsOf(words: readonly Word[], name: string, rows: number, columns: number): string[] {
+  const named = (text: string): Word[] => words.filter((word) => word.text === text);
+  const bands = new Map<string, string>();
+  for (let column = 0; column < columns; column += 1) {
+    const heads = named(`${name}c${column}e`);
+    for (let row = 0; row < rows; row += 1) {
+      const [cell, ...more] = named(`${name}${row}x${column}`);
+      assert(cell && more.length === 0, `${name}${row}x${column} is there ${cell ? "again" : "never"}`);
+      const head = heads.find(({ page, left, right, top }) => page === cell.page && top < cell.top
+        && left < cell.right && right > cell.left);
+      assert(head, `${cell.text} has a head above it on its page`);
+      assert(named(`${name}r${row}e`).some(({ page, top }) => page === cell.page && Math.abs(top - cell.top) < 1),
+        `${cell.text} is in the line of its label`);
+    }
+    // A head is on each page that has cells of its column, and on no other.
+    const pages = Array.from({ length: rows }, (_, row) => named(`${name}${row}x${column}`)[0]?.page);
+    assert.deepEqual(heads.map(({ page }) => page), [...new Set(pages)], `heads of column ${column}`);
+    const place = `${heads[0]?.page} ${Math.round(heads[0]?.top ?? 0)}`;
+    bands.set(place, [bands.get(place) ?? "", column].join(" ").trim());
+  }
+  return [...bands.values()];
+}
+
+test("a table that is too wide for its paper stands there in bands of columns", async () => {
+  const tables = [
+    namedCells("plain", 2, 3, {}),
+    namedCells("wide", 5, 30, { attributes: "width=1200" }),
+    namedCells("deep", 90, 12, { attributes: "width=100%", style: { DiagramType: 11, FixedCols: 1 } }),
+    namedCells("texts", 2, 4, { attributes: "width=1200", values: Array(8).fill("some words that go on ".repeat(9)) }),
+  ];
+  for (const direction of ["ltr", "rtl"]) {
+    const page = await openCharts(browser, tables, { viewport: { width: 1400, height: 900 } });
+    await page.evaluate((dir) => { document.documentElement.dir = dir; }, direction);
+    for (const paper of direction === "ltr" ? papers : papers.slice(0, 1)) {
+      const name = `${nameOf(paper)}, ${direction}`;
+      const words = await printed(page, paper);
+      const bands = bandsOf(words, "wide", 5, 30);
+      assert(bands.length === 2 || bands.length === 3, `${name}: ${bands.join(" | ")}`);
+      assert.equal(bands.join(" "), Array.from({ length: 30 }, (_, column) => column).join(" "), name);
+      assert.equal(bandsOf(words, "deep", 90, 12).length, paper.landscape ? 1 : 2, name);
+      assert.equal(words.filter(({ text }) => text === "textsr0e").length, 1, `${name}: lines are broken first`);
+      // Of twelve pixels, which are nine points, seven are left.
+      const height = (text: string): number => {
+        const found = words.find((word) => word.text === text);
+        return found ? found.bottom - found.top : NaN;
+      };
+      const points = ["wide0x0", "deep0x0", "textsr0e"].map((text) => (9 * height(text)) / height("plain0x0"));
+      assert(points.every((size) => size > 6.9), `${name}: ${points}`);
+      const outside = words.filter(({ left, right }) => left < margin - 1 || right > paper.width - margin + 1);
+      assert.deepEqual(outside, [], name);
+      assert.equal(words.filter(({ text }) => text === "widecaption").length, 1, name);
+    }
+    await page.close();
+  }
+});
+
+test("a table on paper is as the reader has put it, and the reader finds it as it was", async () => {
+  const editable = namedCells("own", 40, 30, { style: {
+    IsEditable: true, moveableCols: true, resizableCols: true, AutoResize: false, OnColLabelClick: 1,
+  } });
+  for (const colorScheme of ["light", "dark"] as const) {
+    const page = await openCharts(browser, [editable], { colorScheme });
+    const label = (column: number): ReturnType<Page["locator"]> => page.locator(".column-label").nth(column);
+    await label(0).press("Alt+ArrowRight");
+    for (let times = 0; times < 12; times += 1) await label(2).press("Shift+Alt+ArrowRight");
+    const cell = page.getByRole("gridcell", { name: "own30x20" });
+    await cell.click();
+    await cell.press("n");
+    await page.keyboard.type("ew");
+    const state = (): Promise<unknown> => page.evaluate(() => {
+      const root = document.querySelector("plexoras-diagram")?.shadowRoot;
+      const box = root?.activeElement as HTMLInputElement | null;
+      const scroller = root?.querySelector(".grid-scroll");
+      return [box?.value, box?.selectionStart, box?.closest("td")?.cellIndex, scroller?.scrollTop, scroller?.scrollLeft,
+        root?.querySelectorAll("[aria-selected=true]").length, root?.querySelectorAll("table").length,
+        root?.adoptedStyleSheets.length, root?.querySelector("table")?.outerHTML];
+    });
+    const before = await state() as unknown[];
+    assert.equal(before[0], "new");
+    const words = await printed(page, papers[0] as Paper);
+    await page.waitForFunction(() =>
+      document.querySelector("plexoras-diagram")?.shadowRoot?.querySelectorAll("table").length === 1);
+    await twoFrames(page);
+    assert.deepEqual(await state(), before, colorScheme);
+    const leftOf = (column: number): number => words.find(({ text }) => text === `ownc${column}e`)?.left ?? NaN;
+    assert(leftOf(1) < leftOf(0) && leftOf(0) < leftOf(2), "a column that was moved");
+    assert(leftOf(3) - leftOf(2) > 1.8 * (leftOf(0) - leftOf(1)), "and one that was made wider");
+    await page.close();
+  }
+});
 
 test("the reader's dark scheme stays on the screen, and comes back", async () => {
   const page = await openCharts(browser, [{}], { colorScheme: "dark" });
