@@ -2,6 +2,7 @@
 import type { XAXisComponentOption, YAXisComponentOption } from "echarts";
 
 import type { Scene } from "./chart.ts";
+import { type DateTicks, dateTicks } from "./date_axis.ts";
 import { brokenTo, cutTo, lineHeight, textStyle, textWidth, widest } from "./text.ts";
 import { bounded, marksOf } from "./view.ts";
 
@@ -127,6 +128,8 @@ export interface ValueLabels {
   readonly interval?: number;
   /** Ticks stand at whole numbers alone. */
   readonly isWhole?: boolean;
+  /** The values are dates: ticks stand at steps of the calendar. */
+  readonly hasDates?: boolean;
 }
 
 export function valueAxis(scene: Scene, place: AxisPlace, range: ValueRange, labels: ValueLabels): Axis {
@@ -134,15 +137,17 @@ export function valueAxis(scene: Scene, place: AxisPlace, range: ValueRange, lab
   const hasEnds = range.from !== range.to;
   const [min, max] = [range.from, range.to].map(bounded).sort((a, b) => a - b);
   const color = labels.color ?? look.plotText;
+  const dated = labels.hasDates ? dateTicksIn(scene, place, range, labels) : null;
+  const ticks = dated?.ticks ?? labels.ticks;
   return {
     ...frameOf(scene, place),
     type: "value",
     scale: !range.hasZero,
-    ...(hasEnds ? { min, max } : {}),
+    ...(hasEnds ? { min, max } : dated?.ends),
     ...(labels.interval === undefined ? {} : { interval: labels.interval }),
     ...(labels.isWhole ? { minInterval: 1 } : {}),
-    ...(labels.gap && !hasEnds ? { boundaryGap: [labels.gap, labels.gap] } : {}),
-    splitNumber: tickCount(scene, place, labels),
+    ...(labels.gap && !hasEnds && !dated ? { boundaryGap: [labels.gap, labels.gap] } : {}),
+    splitNumber: tickCount(scene, place, labels, labels.samples),
     axisLine: { show: false, onZero: false },
     axisLabel: {
       ...textStyle(look, color),
@@ -152,9 +157,9 @@ export function valueAxis(scene: Scene, place: AxisPlace, range: ValueRange, lab
       formatter: labels.text,
       ...(look.negative === null
         ? {} : { color: (value?: string | number) => (Number(value) < 0 ? look.negative ?? color : color) }),
-      ...(labels.ticks ? { customValues: labels.ticks } : {}),
+      ...(ticks ? { customValues: ticks } : {}),
     },
-    ...(labels.ticks ? { axisTick: { show: false, customValues: labels.ticks } } : {}),
+    ...(ticks ? { axisTick: { show: false, customValues: ticks } } : {}),
     axisPointer: {
       label: {
         ...textStyle(look, look.plotGround),
@@ -168,10 +173,20 @@ export function valueAxis(scene: Scene, place: AxisPlace, range: ValueRange, lab
   } as unknown as Axis;
 }
 
-/** As many ticks as there is room for, from 2 to 6 or, on long axes, some more. */
-function tickCount(scene: Scene, place: AxisPlace, labels: ValueLabels): number {
+/** No more than there is room for with their own labels: names of days and months are long and short. */
+function dateTicksIn(scene: Scene, place: AxisPlace, range: ValueRange, labels: ValueLabels): DateTicks | null {
+  // Lines above one another stand closer if they must.
+  const more = isLying(place.side) ? 1 : 2;
+  for (let count = tickCount(scene, place, labels, labels.samples); ; count -= 1) {
+    const found = dateTicks(range, labels, count);
+    if (!found || count === 1 || found.shown <= tickCount(scene, place, labels, found.ticks) + more) return found;
+  }
+}
+
+/** As many ticks as there is room for, from 2 to 6. */
+function tickCount(scene: Scene, place: AxisPlace, labels: ValueLabels, values: readonly number[]): number {
   const { look } = scene;
-  const widths = labels.samples.slice(0, 8).map((value) => textWidth(labels.text(value), look));
+  const widths = values.slice(0, 8).map((value) => textWidth(labels.text(value), look));
   const each = isLying(place.side)
     ? Math.max(...widths, look.fontSize * 2) + look.fontSize * 2 : lineHeight(look) * 2.6;
   return Math.min(Math.max(Math.floor(place.length / each), 2), 6);

@@ -95,6 +95,7 @@ function upAxis(context: Context, of: readonly Drawn[], color?: string): (place:
     show: true,
     text: (value: number) => text(value),
     samples: samplesOf(of, isShare),
+    hasDates: scene.format.hasDates && !isShare,
     ...(color === undefined ? {} : { color }),
     ...(isWhole(context, of) ? { interval: scene.height < 180 ? 0.5 : 0.25 } : {}),
   };

@@ -34,14 +34,20 @@ export function dotsOf(
   diameterOf: (size: number | null) => number,
 ): Dot[] {
   const { x: xs, y: ys, size: sizes } = columns;
+  const rowNumber = rowNumberText(scene);
   return ys.points.flatMap((point, row): Dot[] => {
     const x = xs ? xs.points[row]?.value ?? null : row + 1;
     if (x === null || point.value === null) return [];
     const figures = (): [string, string][] => [
-      [columns.xName || "x", xs ? xs.points[row]?.text ?? "" : scene.format.number(row + 1)],
+      [columns.xName || "x", xs ? xs.points[row]?.text ?? "" : rowNumber(row + 1)],
       [ys.label || "y", point.text],
       ...(sizes ? [[sizes.label, sizes.points[row]?.text ?? ""] as [string, string]] : []),
     ];
     return [{ point, x, y: point.value, diameter: diameterOf(sizes?.points[row]?.value ?? null), figures }];
   });
+}
+
+/** Writes the number of a row as an x: as the values, unless these are dates. */
+export function rowNumberText({ format }: Scene): (value: number) => string {
+  return format.hasDates ? String : format.number;
 }

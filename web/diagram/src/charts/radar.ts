@@ -3,6 +3,7 @@
 import type { CustomSeriesOption } from "echarts/charts";
 import type { EChartsCoreOption } from "echarts/core";
 
+import { dateScaleOf } from "./calendar.ts";
 import { common } from "./cartesian.ts";
 import type { Scene } from "./chart.ts";
 import { handDrawn, type Shape } from "./custom.ts";
@@ -66,7 +67,7 @@ function webOf(scene: Scene, view: View, frame: Frame): Web {
     y: room.top + room.height / 2,
     radius: Math.max(Math.min(room.width / 2 - width, room.height / 2 - height), 10),
     axes: view.categories.length,
-    scale: scaleOf([0, ...values], 4),
+    scale: (scene.format.hasDates ? dateScaleOf([0, ...values], 4) : null) ?? scaleOf([0, ...values], 4),
     room,
     frame,
   };

@@ -4,7 +4,7 @@ import { extent } from "../data/extent.ts";
 export interface Scale {
   readonly from: number;
   readonly to: number;
-  /** From `from` to `to`, at equal distances. */
+  /** From `from` to `to`, at equal distances or steps of the calendar. */
   readonly ticks: readonly number[];
 }
 

@@ -8,7 +8,7 @@ import { valueAxis } from "./axes.ts";
 import { type Plot, plotOption } from "./cartesian.ts";
 import type { CloseUp, Scene } from "./chart.ts";
 import { rangeOf, ticksIn } from "./close_up.ts";
-import { type Cloud, type Columns, dotsOf } from "./clouds.ts";
+import { type Cloud, type Columns, dotsOf, rowNumberText } from "./clouds.ts";
 import { curveOf, curveSeries, onlyColor } from "./curve.ts";
 import { dotAt } from "./dot_at.ts";
 import { dotColumnsOf } from "./dot_columns.ts";
@@ -37,7 +37,7 @@ export function scatterChart(scene: Scene): EChartsCoreOption {
     series,
     dots: dotsOf(scene, { x: xs, y: series, size: null, xName: xs?.label ?? "" }, () => diameter),
   }));
-  return cloudsOption(scene, view, clouds, xs?.label ?? view.categoryTitle, 0.03);
+  return cloudsOption(scene, view, clouds, { title: xs?.label ?? view.categoryTitle, isRow: xs === null, gap: 0.03 });
 }
 
 /** Columns in threes: x, y, and the area of the circle. Without a third column all circles are equal. */
@@ -58,7 +58,8 @@ export function bubbleChart(scene: Scene): EChartsCoreOption {
       dots: dotsOf(scene, { ...triple, xName: triple.x?.label ?? "" }, diameterOf),
     };
   });
-  return cloudsOption(scene, view, clouds, shown[0]?.x?.label ?? view.categoryTitle, 0.08);
+  const x = shown[0]?.x;
+  return cloudsOption(scene, view, clouds, { title: x?.label ?? view.categoryTitle, isRow: !x, gap: 0.08 });
 }
 
 function triplesOf(series: readonly Series[]): Columns[] {
@@ -69,12 +70,19 @@ function triplesOf(series: readonly Series[]): Columns[] {
   }) ?? [];
 }
 
+interface XAxis {
+  readonly title: string;
+  /** It counts rows. */
+  readonly isRow: boolean;
+  /** More room at the ends of both axes, as a share of each. */
+  readonly gap: number;
+}
+
 function cloudsOption(
   scene: Scene,
   view: View,
   clouds: readonly Cloud[],
-  xTitle: string,
-  gap: number,
+  { title: xTitle, isRow, gap }: XAxis,
 ): EChartsCoreOption {
   const { style, format } = scene;
   const dots = clouds.flatMap((cloud) => cloud.dots);
@@ -82,7 +90,9 @@ function cloudsOption(
   const [xRange, yRange] = [samplesOf(dots.map(({ x }) => x)), samplesOf(dots.map(({ y }) => y))];
   const yTitle = series.length === 1 ? series[0]?.label ?? "" : "";
   const hasTitles = style.showColLabels;
+  const { hasDates } = format;
   const labels = { show: true, text: (value: number) => format.number(value), gap };
+  const xLabels = isRow ? { ...labels, text: rowNumberText(scene) } : { ...labels, hasDates };
   const overDots = [
     ...clouds.flatMap((cloud) => trendSeries(scene, cloud)),
     ...meanRulers(scene, series),
@@ -92,7 +102,7 @@ function cloudsOption(
     view: { ...view, series },
     up: (place) => valueAxis(scene, place, style.IsAbsolute
       ? { from: style.yScaleMin, to: style.yScaleMax, hasZero: true } : { from: 0, to: 0, hasZero: false },
-    { ...labels, samples: yRange }),
+    { ...labels, hasDates, samples: yRange }),
     titles: hasTitles ? [xTitle, view.valueTitle || yTitle] : ["", view.valueTitle],
     // What the axis already says needs no legend.
     entries: series.length === 1 && hasTitles ? []
@@ -108,7 +118,7 @@ function cloudsOption(
     return plotOption(scene, {
       ...plot,
       along: (place) => valueAxis(scene, place, { from, to, hasZero: false },
-        { ...labels, samples: xRange, ...(closeUp ? { ticks: ticksIn([from, to], 5) } : {}) }),
+        { ...xLabels, samples: xRange, ...(closeUp ? { ticks: ticksIn([from, to], 5) } : {}) }),
       series: [...inside.map((cloud) => cloudSeries(scene, view, cloud, state)), ...overDots],
       places: {
         count: clouds.reduce((most, cloud) => Math.max(most, cloud.dots.length), 0),
