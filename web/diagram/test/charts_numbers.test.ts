@@ -2,6 +2,7 @@ import assert from "node:assert/strict";
 import { test } from "node:test";
 
 import { bucketsOf, countsOf, cumulative, normalCurve, normalShare } from "../src/charts/buckets.ts";
+import { type HairBar, hairsOf, seenOf } from "../src/charts/hairs.ts";
 import { facesOf, wedgesOf } from "../src/charts/pie_geometry.ts";
 import { scaleOf } from "../src/charts/scale.ts";
 import { roundedTo, statisticsOf } from "../src/charts/statistics.ts";
@@ -53,6 +54,28 @@ test("the normal distribution lies over the buckets", () => {
   const [at] = normalCurve(values, bucketsOf(values, 3, 25, 100), true, 11);
   close(at?.[1] ?? NaN, Math.max(101 * normalShare((25 - 50) / Math.sqrt(858.5)) - 25, 0), "a range of its own");
   assert.deepEqual(normalCurve([3, 3], buckets, false), [], "values that do not vary have none");
+});
+
+test("of bars in one pixel the shorter one is in front", () => {
+  // Base and end of each bar of a series; what is seen of the series, from and to.
+  const cases: [string, number[][][], number[][][]][] = [
+    ["the outermost bar of each counts", [[[0, 4], [0, 9]], [[0, 6], [0, 2]]], [[[6, 9]], [[0, 6]]]],
+    ["of equal ones the later", [[[0, 5]], [[0, 5]]], [[], [[0, 5]]]],
+    ["each sign by itself", [[[0, 9], [0, -2]], [[0, 4], [0, -7]]], [[[4, 9], [-2, 0]], [[0, 4], [-7, -2]]]],
+    ["axes with zeros of their own", [[[0, 4]], [[6, 9]], [[0, 12]]], [[[0, 4]], [[6, 9]], [[4, 6], [9, 12]]]],
+    ["next to nothing", [[[0, 0.1]], [[0, 5]]], [[[0, 0.5]], [[0.5, 5]]]],
+  ];
+  for (const [name, series, expected] of cases) {
+    const seen = seenOf(series.map((bars) => ({
+      color: "",
+      isStacked: false,
+      hairs: hairsOf(bars.map(([base = 0, end = 0]): HairBar =>
+        ({ along: 3, width: 1, base, end, isNegative: end < base }))),
+    })));
+    assert.deepEqual(seen.map(({ hairs }) => hairs.map(({ low, high }) => [low, high]).sort((a, b) =>
+      (b[1] ?? 0) - (a[1] ?? 0))), expected.map((pieces) => [...pieces].sort((a, b) => (b[1] ?? 0) - (a[1] ?? 0))),
+    name);
+  }
 });
 
 test("statistics", () => {

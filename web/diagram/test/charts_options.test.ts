@@ -1,7 +1,11 @@
 import assert from "node:assert/strict";
 import { test } from "node:test";
 
+import { util } from "echarts/core";
+
 import type { Scene } from "../src/charts/chart.ts";
+import { type Api, uncopied } from "../src/charts/custom.ts";
+import { evenPlane } from "../src/charts/even_plane.ts";
 import { buildOption } from "../src/charts/index.ts";
 import { uniqueNames } from "../src/charts/text.ts";
 import { shade } from "../src/look/shades.ts";
@@ -163,3 +167,25 @@ test("every cell that is drawn can be found", () => {
   assert.deepEqual(cells, ["1,0", "1,1"], "of a row alone");
 });
 
+test("places are exact however small, great or near each other values are", () => {
+  const cases: [string, number[]][] = [
+    ["small", [1e-300, 3e-300]], ["great", [-1e300, 1e300]], ["far from zero", [1e15, 1e15 + 2, 1e15 + 9]],
+    ["one", [-7]], ["zero", [0]], ["none", []],
+  ];
+  for (const [name, values] of cases) {
+    const [least, greatest] = [values[0] ?? 0, values[values.length - 1] ?? 0];
+    const place = (value: number): number => ((value - least) / (greatest - least || 1)) * 100;
+    const api = { coord: ([x = 0, y = 0]: number[]) => [place(x), 50 - place(y)] } as unknown as Api;
+    const plane = evenPlane(sceneOf(quarters), api, values, [null, ...values]);
+    for (const value of values) {
+      const places = [plane.along(value), plane.up(value)].map(Math.round);
+      assert.deepEqual(places, [place(value), 50 - place(value)].map(Math.round), `${name}: ${value}`);
+    }
+  }
+});
+
+test("long lists are drawn without a copy, and pages see nothing but what they hold", () => {
+  const list = uncopied([{ value: 1 }]);
+  assert.equal(util.clone({ list }).list, list);
+  assert.deepEqual(Object.keys(list), ["0"]);
+});

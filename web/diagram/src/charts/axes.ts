@@ -2,6 +2,7 @@
 import type { XAXisComponentOption, YAXisComponentOption } from "echarts";
 
 import type { Scene } from "./chart.ts";
+import { uncopied } from "./custom.ts";
 import { type DateTicks, dateTicks } from "./date_axis.ts";
 import { brokenTo, cutTo, lineHeight, textStyle, textWidth, widest } from "./text.ts";
 import { bounded, marksOf } from "./view.ts";
@@ -43,8 +44,8 @@ export function categoryAxis(scene: Scene, place: AxisPlace, labels: CategoryLab
     ...frameOf(scene, place),
     type: "category",
     // Texts that begin with a brace or hold markup are no templates here: the library takes them as they are.
-    data: labels.texts.map((value, index) =>
-      (mark(labels.first + index, -1) === "none" ? value : { value, textStyle: chip })),
+    data: uncopied(labels.texts.map((value, index) =>
+      (mark(labels.first + index, -1) === "none" ? value : { value, textStyle: chip }))),
     boundaryGap: labels.hasRoom,
     axisLine: { show: labels.hasLine, onZero: false, lineStyle: { color: look.plotText, opacity: 0.6, width: 1 } },
     axisLabel: {

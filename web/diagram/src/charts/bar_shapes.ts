@@ -2,7 +2,7 @@
 import type { Look } from "../look/look.ts";
 import { type Pattern, patternOf } from "../look/patterns.ts";
 import { shade } from "../look/shades.ts";
-import { type Shape, tenth, tracedShape } from "./custom.ts";
+import type { Shape } from "./custom.ts";
 import type { Box } from "./frame.ts";
 
 export interface Body {
@@ -112,37 +112,4 @@ function cylinder(body: Body, shades: CylinderShades): Shape[] {
     colorStops: shades.body.map(([offset, share]) => ({ offset, color: shade(color, share) })),
   };
   return [face("path", { pathData: wall }, gradient, body, true), face("ellipse", lid, shade(color, shades.lid), body)];
-}
-
-/** More bars than these, or than there are pixels, are one path each series: they are hairs. */
-export const mostBars = 1500;
-
-/** All bars of a series as one shape; those in one pixel are one. `edge` is how much larger they are all around. */
-export function hairs(boxes: readonly (Box | null)[], color: string, isLying: boolean, edge = 0): Shape {
-  const width = 1 + 2 * edge;
-  return tracedShape((pen) => {
-    const rect = (place: number, from: number, to: number): void => {
-      const [side, start, length] = [place - edge, tenth(from - edge), Math.max(tenth(to - from + 2 * edge), 0.5)];
-      const [x, y, right, bottom] = isLying ? [start, side, start + length, side + width]
-        : [side, start, side + width, start + length];
-      pen.moveTo(x, y);
-      pen.lineTo(right, y);
-      pen.lineTo(right, bottom);
-      pen.lineTo(x, bottom);
-      pen.closePath();
-    };
-    let [pixel, from, to] = [NaN, 0, 0];
-    for (const box of boxes) {
-      if (!box) continue;
-      const place = Math.round(isLying ? box.top : box.left);
-      const [low, high] = isLying ? [box.left, box.left + box.width] : [box.top, box.top + box.height];
-      if (place === pixel) {
-        [from, to] = [Math.min(from, low), Math.max(to, high)];
-        continue;
-      }
-      if (!Number.isNaN(pixel)) rect(pixel, from, to);
-      [pixel, from, to] = [place, low, high];
-    }
-    if (!Number.isNaN(pixel)) rect(pixel, from, to);
-  }, { fill: color });
 }

@@ -25,3 +25,15 @@ export function slotsOf(visible: readonly Drawn[], band: number, look: Look): Re
   return new Map(groups.flatMap((group, index) =>
     group.map((one): [Drawn, Slot] => [one, { offset: index * width * (1 + gapOfBar) - whole / 2, width }])));
 }
+
+/**
+ * The slots of bars that are hairs: where those beside each other have less than a pixel each, all have the whole band,
+ * and stand behind each other. A lone bar or stack is as wide as a pixel.
+ */
+export function hairSlotsOf(visible: readonly Drawn[], band: number, look: Look): ReadonlyMap<Drawn, Slot> {
+  const slots = slotsOf(visible, band, look);
+  const own = [...slots.values()];
+  const isShared = own.some(({ offset, width }) => width < 1 && offset !== own[0]?.offset);
+  return new Map([...slots].map(([one, { offset }]) =>
+    [one, isShared ? { offset: -band / 2, width: band } : { offset, width: 1 }]));
+}

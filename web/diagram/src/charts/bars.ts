@@ -1,21 +1,25 @@
 // A series of bars, each standing in its row's group.
 import type { CustomSeriesOption } from "echarts/charts";
 
-import { type Body, bodyOf, depthOf, hairs, mostBars, seriesBody } from "./bar_shapes.ts";
+import { type Body, bodyOf, depthOf, seriesBody } from "./bar_shapes.ts";
 import { slotsOf } from "./bar_slots.ts";
 import { placed } from "./cartesian.ts";
 import { type Api, handDrawn, pointable, type Shape } from "./custom.ts";
+import { type DrawHairs, hairDrawing, isDense } from "./dense_bars.ts";
 import { baseBelow, commonOf, type Context, type Drawn } from "./drawn.ts";
 import type { Box } from "./frame.ts";
 import { markText } from "./marks.ts";
 
-export function barSeries(context: Context, one: Drawn): CustomSeriesOption {
-  const { scene, drawn } = context;
-  const { look } = scene;
+/** Tells what a series of bars among those of a chart is to the library. */
+export function barSeriesOf(context: Context): (one: Drawn) => CustomSeriesOption {
+  const drawHairs = isDense(context) ? hairDrawing(context) : null;
+  return (one) => barSeries(context, one, drawHairs);
+}
+
+function barSeries(context: Context, one: Drawn, drawHairs: DrawHairs | null): CustomSeriesOption {
+  const { scene } = context;
   const { series, values } = one;
-  const own = seriesBody(look, series.index, series.color);
-  const bars = drawn.length * values.length;
-  const isMany = bars > mostBars || bars > (scene.style.IsRotated ? scene.height : scene.width);
+  const own = seriesBody(scene.look, series.index, series.color);
   return handDrawn({
     ...commonOf(context, one),
     name: series.name,
@@ -23,35 +27,13 @@ export function barSeries(context: Context, one: Drawn): CustomSeriesOption {
     itemStyle: { color: series.color, ...(own.pattern ? { decal: own.pattern } : {}) },
     encode: { x: 0, y: 1, tooltip: scene.style.IsRotated ? [0] : [1] },
     clip: true,
-    data: pointable(values, context.isMoving && isMany).map((value, row) =>
+    data: pointable(values, context.isMoving && drawHairs !== null).map((value, row) =>
       ({ value: placed(scene, row, value), cell: series.points[row]?.cell })),
-    draw: (params, api) => {
-      const row = params.dataIndex;
-      if (isMany && row > 0) return [];
-      const boxOf = boxesOf(context, one, api);
-      return isMany ? hairsOf(context, one, boxOf) : barAt(context, one, row, boxOf(row), own);
+    draw: ({ dataIndex: row }, api) => {
+      if (!drawHairs) return barAt(context, one, row, boxesOf(context, one, api)(row), own);
+      return row > 0 ? [] : drawHairs(one, api);
     },
   });
-}
-
-/** All bars of a series; those that are selected once more on top, with an outline and their values. */
-function hairsOf({ scene, mark }: Context, { series, values }: Drawn, boxOf: (row: number) => Box | null): Shape[] {
-  const { IsRotated } = scene.style;
-  const boxes = values.map((_, row) => boxOf(row));
-  const marked = series.points.map(({ cell }) => mark(...cell));
-  const all = hairs(boxes, series.color, IsRotated);
-  const chosen = boxes.filter((_, row) => marked[row] !== "none");
-  if (chosen.length === 0) return [all];
-  const texts = series.points.flatMap((point, row) => {
-    const box = boxes[row];
-    return box ? markText(scene, marked[row] ?? "none", point, box) : [];
-  });
-  return [
-    all,
-    hairs(chosen, scene.look.selectionGround, IsRotated, 2),
-    hairs(chosen, series.color, IsRotated),
-    ...texts,
-  ];
 }
 
 function barAt(

@@ -4,7 +4,7 @@ import type { EChartsCoreOption } from "echarts/core";
 import { extent } from "../data/extent.ts";
 import { readableOn } from "../look/colours.ts";
 import { type Axis, type AxisPlace, categoryAxis, valueAxis, type ValueRange } from "./axes.ts";
-import { barSeries } from "./bars.ts";
+import { barSeriesOf } from "./bars.ts";
 import { onUpAxis, plotOption } from "./cartesian.ts";
 import { cellAt } from "./cell_at.ts";
 import type { CloseUp, Scene } from "./chart.ts";
@@ -64,6 +64,7 @@ function chartOf(scene: Scene, kindOf: (column: number) => Kind): EChartsCoreOpt
     const stretch = stretchOf(closeUp, view.categories.length);
     const shown = viewOfStretch(view, stretch);
     const inside = shown === view ? context : contextOf(scene, shown, kindOf, closeUp?.isMoving);
+    const barSeries = barSeriesOf(inside);
     return plotOption(scene, {
       ...plot,
       along: (place) => categoryAxis(scene, place, {
@@ -73,7 +74,10 @@ function chartOf(scene: Scene, kindOf: (column: number) => Kind): EChartsCoreOpt
         hasLine: !hasBase,
         hasRoom: hasBars || view.categories.length < 2,
       }),
-      series: [...inside.drawn.map((one) => (one.kind === "bar" ? barSeries : lineSeries)(inside, one)), ...rulers],
+      series: [
+        ...inside.drawn.map((one) => (one.kind === "bar" ? barSeries(one) : lineSeries(inside, one))),
+        ...rulers,
+      ],
       places: {
         count: view.categories.length,
         range: [-0.5, view.categories.length - 0.5],

@@ -1,7 +1,9 @@
 // Which value of a chart with categories stands at a place, however densely they are drawn.
-import { slotsOf } from "./bar_slots.ts";
+import { hairSlotsOf, type Slot, slotsOf } from "./bar_slots.ts";
 import type { CellPlace, Plane, Spot } from "./chart.ts";
+import { barHairs, isDense } from "./dense_bars.ts";
 import { baseBelow, type Context, type Drawn, upAxisOf } from "./drawn.ts";
+import { type Hair, seenOf } from "./hairs.ts";
 
 // How far readers may miss, in pixels.
 const reach = 16;
@@ -26,15 +28,19 @@ export function cellAt(context: Context, spot: Spot, plane: Plane): CellPlace | 
   const step = rows > 1 ? (plane.along(rows - 1) - start) / (rows - 1) : plane.length;
   const at = (spot.along - start) / step;
   const around = Math.abs(step) < 2 * narrow ? narrow / Math.abs(step) : 0;
-  const [first, last] = [at - around, at + around].map((place) => Math.min(Math.max(Math.round(place), 0), rows - 1));
+  const [first = 0, last = -1] = [at - around, at + around].map((place) =>
+    Math.min(Math.max(Math.round(place), 0), rows - 1));
+  const band = Math.abs(step);
   const measures: Record<Drawn["kind"], Measure> = {
-    bar: barMeasure(context, visible, plane, Math.abs(step)),
+    bar: isDense(context)
+      ? hairMeasure(context, visible, plane, { band, spot, first, last })
+      : barMeasure(context, visible, plane, slotsOf(visible, band, context.scene.look)),
     line: lineMeasure(context, visible, plane),
     area: lineMeasure(context, visible, plane),
   };
   let best: Found | null = null;
   for (const one of visible) {
-    for (let row = first ?? 0; row <= (last ?? -1); row += 1) {
+    for (let row = first; row <= last; row += 1) {
       const distance = measures[one.kind](one, row, spot);
       if (!distance) continue;
       const found = { one, row, ...distance };
@@ -74,9 +80,11 @@ interface Ends {
   readonly top: number;
 }
 
-function barMeasure(context: Context, visible: readonly Drawn[], plane: Plane, band: number): Measure {
+/** `isHair`: bars are less than a pixel wide, and are told apart by their ends. */
+function barMeasure(
+  context: Context, visible: readonly Drawn[], plane: Plane, slots: ReadonlyMap<Drawn, Slot>, isHair = false,
+): Measure {
   const ends = endsOf(context, visible, plane);
-  const slots = slotsOf(visible, band, context.scene.look);
   return (one, row, spot) => {
     const at = ends(one, row);
     const slot = slots.get(one);
@@ -85,8 +93,36 @@ function barMeasure(context: Context, visible: readonly Drawn[], plane: Plane, b
     const along = outside(spot.along, left, left + slot.width);
     const away = Math.hypot(along, outside(spot.up, at.base, at.top));
     if (away > reach) return null;
-    return { away: Math.max(away, onTop), fromPoint: along };
+    return { away: Math.max(away, onTop), fromPoint: isHair ? away : along };
   };
+}
+
+interface Near {
+  /** Of a category, in pixels. */
+  readonly band: number;
+  readonly spot: Spot;
+  /** The rows around the spot. */
+  readonly first: number;
+  readonly last: number;
+}
+
+/** The bar whose colour is at the spot; where there is none, the nearest. */
+function hairMeasure(context: Context, visible: readonly Drawn[], plane: Plane, near: Near): Measure {
+  const { band, spot, first, last } = near;
+  const bars = visible.filter(({ kind }) => kind === "bar");
+  const slots = hairSlotsOf(bars, band, context.scene.look);
+  const rows = Array.from({ length: last - first + 1 }, (_, index) => first + index);
+  const seen = seenOf(bars.map((one) => {
+    const axis = upAxisOf(context, one);
+    const up = (value: number): number => plane.up(value, axis);
+    return barHairs(bars, one, slots.get(one), { along: plane.along, up }, rows);
+  }));
+  const holds = ({ pixel, low, high }: Hair): boolean =>
+    pixel === Math.floor(spot.along) && low <= spot.up && spot.up < high;
+  // Of a stack the later ones are painted over those before.
+  const there = [...bars].reverse().find((one) => seen[bars.indexOf(one)]?.hairs.some(holds));
+  const measure = barMeasure(context, visible, plane, slots, true);
+  return (one, row) => (there && one !== there ? null : measure(one, row, spot));
 }
 
 function lineMeasure(context: Context, visible: readonly Drawn[], plane: Plane): Measure {

@@ -4,6 +4,7 @@ import type { CustomSeriesOption } from "echarts/charts";
 import { placed } from "./cartesian.ts";
 import { type Api, handDrawn, type Pen, pointable, type Shape, tenth, tracedShape } from "./custom.ts";
 import { baseBelow, commonOf, type Context, type Drawn } from "./drawn.ts";
+import { evenPlane } from "./even_plane.ts";
 import { markText } from "./marks.ts";
 import { lineWidth, strokeOf } from "./stroke.ts";
 
@@ -46,7 +47,7 @@ export function denseLine(context: Context, one: Drawn): CustomSeriesOption {
 
 /** The stretches between gaps. */
 function stretchesOf({ scene }: Context, one: Drawn, visible: readonly Drawn[], api: Api): Stop[][] {
-  const [alongAxis, upAxis] = scene.style.IsRotated ? [1, 0] : [0, 1];
+  const plane = evenPlane(scene, api, [0, one.values.length - 1], one.values);
   const stretches: Stop[][] = [[]];
   for (const [row, value] of one.values.entries()) {
     const stretch = stretches[stretches.length - 1];
@@ -55,8 +56,7 @@ function stretchesOf({ scene }: Context, one: Drawn, visible: readonly Drawn[], 
       continue;
     }
     const base = one.isStacked ? baseBelow(visible, one, row) : 0;
-    const [foot, point] = [base, base + value].map((at) => api.coord(placed(scene, row, at)));
-    stretch?.push({ row, along: point?.[alongAxis] ?? 0, base: foot?.[upAxis] ?? 0, top: point?.[upAxis] ?? 0 });
+    stretch?.push({ row, along: plane.along(row), base: plane.up(base), top: plane.up(base + value) });
   }
   return stretches;
 }

@@ -7,6 +7,7 @@ import type { Scene } from "./chart.ts";
 import type { Cloud, Dot } from "./clouds.ts";
 import { type Api, handDrawn, pointable, type Shape, tenth, tracedShape } from "./custom.ts";
 import { type Circle, nameOf } from "./dot_names.ts";
+import { evenPlane } from "./even_plane.ts";
 import { markText } from "./marks.ts";
 import { cutTo, literal, wrapped } from "./text.ts";
 import { marksOf, type View } from "./view.ts";
@@ -92,6 +93,7 @@ function target(scene: Scene, { x, y, diameter }: Dot, context: object, api: Api
 function allDots(scene: Scene, { series, dots }: Cloud, isMoving: boolean, api: Api): Shape[] {
   const { color } = series;
   const mark = marksOf(scene);
+  const plane = evenPlane(scene, api, dots.map(({ x }) => x), dots.map(({ y }) => y));
   const marked = dots.filter(({ point }) => mark(...point.cell) !== "none");
   const paint = (some: readonly Dot[], stroke: string, edge: number, opacity: number): Shape[] =>
     [...bySize(some)].map(([size, alike]): Shape => {
@@ -99,7 +101,7 @@ function allDots(scene: Scene, { series, dots }: Cloud, isMoving: boolean, api: 
       const [lineCap, length] = isMoving ? ["butt", lineWidth] : ["round", 0.2];
       return tracedShape((pen) => {
         for (const { x, y } of alike) {
-          const [left = 0, top = 0] = api.coord(placed(scene, x, y));
+          const [left, top] = placed(scene, plane.along(x), plane.up(y));
           pen.moveTo(tenth(left - length / 2), tenth(top));
           pen.lineTo(tenth(left + length / 2), tenth(top));
         }

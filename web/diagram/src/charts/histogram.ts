@@ -3,7 +3,7 @@ import type { CustomSeriesOption } from "echarts/charts";
 import type { EChartsCoreOption } from "echarts/core";
 
 import { valueAxis } from "./axes.ts";
-import { bodyOf, depthOf, hairs, mostBars, seriesBody } from "./bar_shapes.ts";
+import { bodyOf, depthOf, seriesBody } from "./bar_shapes.ts";
 import { type BucketCounts, bucketCountsOf, type Counted } from "./bucket_counts.ts";
 import { normalCurve } from "./buckets.ts";
 import { placed, plotOption } from "./cartesian.ts";
@@ -11,6 +11,7 @@ import type { Scene } from "./chart.ts";
 import { curveOf, curveSeries } from "./curve.ts";
 import { handDrawn } from "./custom.ts";
 import type { Box } from "./frame.ts";
+import { areHairs, type HairSeries, hairShapes, hairsOf, seenOf } from "./hairs.ts";
 import { meanRulers, zeroRuler } from "./marks.ts";
 import { lineHeight, widest } from "./text.ts";
 
@@ -83,13 +84,14 @@ function rangeLabel({ buckets: { edges }, isCumulative, edgeText }: BucketCounts
 function barsOf(
   scene: Scene,
   { buckets: { edges }, counted, isCumulative }: BucketCounts,
-  { series, values, counts }: Counted,
+  own: Counted,
 ): CustomSeriesOption {
+  const { series, values, counts } = own;
   const { look, style } = scene;
   const draw = bodyOf(style.RectStyle);
-  const own = seriesBody(look, series.index, series.color);
+  const body = seriesBody(look, series.index, series.color);
   const alike = {
-    ...own,
+    ...body,
     isLying: style.IsRotated,
     isDown: false,
     round: 0,
@@ -97,13 +99,13 @@ function barsOf(
     edgeWidth: 0.5,
     depth: depthOf(style.Thickness),
   };
-  const isMany = counted.length * counts.length > mostBars;
+  const isMany = areHairs(scene, counted.length * counts.length);
   const middle = (bucket: number): number => ((edges[bucket] ?? 0) + (edges[bucket + 1] ?? 0)) / 2;
   return handDrawn({
     name: series.name,
     color: series.color,
     clip: true,
-    itemStyle: { color: series.color, ...(own.pattern ? { decal: own.pattern } : {}) },
+    itemStyle: { color: series.color, ...(body.pattern ? { decal: body.pattern } : {}) },
     encode: { x: 0, y: 1 },
     tooltip: {
       valueFormatter: (_: unknown, bucket: number) => {
@@ -119,20 +121,40 @@ function barsOf(
       if (isMany && bucket > 0) return [];
       const onShow = new Set(api.currentSeriesIndices());
       const visible = counted.filter((_, index) => onShow.has(index));
-      const place = visible.findIndex((one) => one.series === series);
-      const boxOf = (index: number): Box | null => {
-        if ((counts[index] ?? 0) === 0) return null;
+      const boxIn = (one: Counted, index: number): Box | null => {
+        if ((one.counts[index] ?? 0) === 0) return null;
         const [x0 = 0, y0 = 0] = api.coord(placed(scene, edges[index] ?? 0, 0));
-        const [x1 = 0, y1 = 0] = api.coord(placed(scene, edges[index + 1] ?? 0, counts[index] ?? 0));
+        const [x1 = 0, y1 = 0] = api.coord(placed(scene, edges[index + 1] ?? 0, one.counts[index] ?? 0));
         const [left, top] = [Math.min(x0, x1), Math.min(y0, y1)];
         const whole = { left, top, width: Math.abs(x1 - x0), height: Math.abs(y1 - y0) };
-        return shareOfBox(whole, style.IsRotated, place, visible.length);
+        // Hairs stand behind each other.
+        return isMany ? whole : shareOfBox(whole, style.IsRotated, visible.indexOf(one), visible.length);
       };
-      if (isMany) return [hairs(counts.map((_, index) => boxOf(index)), series.color, style.IsRotated)];
-      const box = boxOf(bucket);
+      if (isMany) {
+        // What is seen of one depends on all: the last draws them.
+        if (own !== visible[visible.length - 1]) return [];
+        const hairs = visible.map((one) => hairsIn(one, style.IsRotated, (index) => boxIn(one, index)));
+        return hairShapes(seenOf(hairs), style.IsRotated);
+      }
+      const box = boxIn(own, bucket);
       return box ? draw({ ...alike, box }) : [];
     },
   });
+}
+
+function hairsIn(
+  { series, counts }: Counted,
+  isLying: boolean,
+  boxOf: (bucket: number) => Box | null,
+): HairSeries {
+  const bars = counts.flatMap((_, bucket) => {
+    const box = boxOf(bucket);
+    if (!box) return [];
+    const { left, top, width, height } = box;
+    return [isLying ? { along: top, width: height, base: left, end: left + width, isNegative: false }
+      : { along: left, width, base: top, end: top + height, isNegative: false }];
+  });
+  return { color: series.color, isStacked: false, hairs: hairsOf(bars) };
 }
 
 /** The part of a bucket's box that one of its bars takes, with a little air at both ends of the group. */

@@ -1,5 +1,6 @@
 // The table as charts draw it: categories along the axis, series of points beside each other.
-import type { Table } from "../data/table.ts";
+import type { Cell, Table } from "../data/table.ts";
+import type { ValueFormat } from "../format/value_format.ts";
 import { seriesColor } from "../look/shades.ts";
 import type { CellPlace, Scene } from "./chart.ts";
 import { oneLine, uniqueNames } from "./text.ts";
@@ -72,19 +73,30 @@ function allOf(scene: Scene, table: Table, placeOf: (row: number, column: number
       label,
       index: column,
       color: labels.length === 1 ? look.curve : seriesColor(look, column),
-      points: table.cells.map((cells, row): Point => {
-        const cell = cells[column];
-        return {
-          cell: placeOf(row, column),
-          // The text of a cell is worked out when it is asked for: few of ten thousand are.
-          get text() { return oneLine(format.text(cell?.text ?? "")); },
-          value: plotted(cell?.number ?? null),
-        };
-      }),
+      points: table.cells.map((cells, row): Point => new CellPoint(placeOf(row, column), cells[column], format)),
     })),
     showCategories: style.showRowLabels,
     showSeries: style.showColLabels,
   };
+}
+
+class CellPoint implements Point {
+  readonly cell: readonly [number, number];
+  readonly value: number | null;
+  private readonly raw: string;
+  private readonly format: ValueFormat;
+
+  constructor(place: readonly [number, number], cell: Cell | undefined, format: ValueFormat) {
+    this.cell = place;
+    this.value = plotted(cell?.number ?? null);
+    this.raw = cell?.text ?? "";
+    this.format = format;
+  }
+
+  // Worked out when it is asked for: few of ten thousand are.
+  get text(): string {
+    return oneLine(this.format.text(this.raw));
+  }
 }
 
 // Beyond these an axis' arithmetic leaves the numbers that there are.

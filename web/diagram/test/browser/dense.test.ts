@@ -4,6 +4,7 @@ import { after, before, test } from "node:test";
 
 import type { Browser, Page } from "playwright-core";
 
+import { light } from "../../src/look/palette.ts";
 import type { Style } from "../../src/settings/style.ts";
 import { type ChartOnPage, launch, openCharts } from "./chart_page.ts";
 
@@ -14,10 +15,10 @@ after(() => browser.close());
 const levels = [10, 50, 90];
 
 /** Rows of the same values each, on axes from 0 to 100; in a scatter x is the row's number, from 0. */
-function levelChart(count: number, style: Partial<Style>): ChartOnPage {
+function levelChart(count: number, style: Partial<Style>, values: readonly number[] = levels): ChartOnPage {
   const rows = Array.from({ length: count }, (_, row) => `r${row}`);
   const isScatter = style.DiagramType === 3;
-  const values = rows.flatMap((_, row) => (isScatter ? [row, ...levels.slice(1)] : levels));
+  const all = rows.flatMap((_, row) => (isScatter ? [row, ...values.slice(1)] : values));
   return {
     style: {
       IsAbsolute: true, yScaleMin: 0, yScaleMax: 100, SelectionMode: 3,
@@ -25,7 +26,7 @@ function levelChart(count: number, style: Partial<Style>): ChartOnPage {
     },
     rows,
     columns: ["a", "b", "c"],
-    values: values.map(String),
+    values: all.map(String),
     attributes: 'width="800" height="400"',
     fallback: "",
   };
@@ -102,6 +103,78 @@ for (const { name, style, up, column } of clicks) {
     }
   });
 }
+
+/** The colours at places in the window. */
+async function coloursAt(page: Page, places: readonly { readonly x: number; readonly y: number }[]): Promise<string[]> {
+  const picture = (await page.screenshot()).toString("base64");
+  return page.evaluate(async ({ picture, places }) => {
+    const bytes = Uint8Array.from(atob(picture), (sign) => sign.charCodeAt(0));
+    const bitmap = await createImageBitmap(new Blob([bytes]));
+    const canvas = new OffscreenCanvas(bitmap.width, bitmap.height).getContext("2d");
+    canvas?.drawImage(bitmap, 0, 0);
+    return places.map(({ x, y }) => {
+      const [red = 0, green = 0, blue = 0] = canvas?.getImageData(Math.floor(x), Math.floor(y), 1, 1).data ?? [];
+      return `#${[red, green, blue].map((part) => part.toString(16).padStart(2, "0")).join("")}`;
+    });
+  }, { picture, places });
+}
+
+interface Hiding {
+  readonly name: string;
+  readonly style?: Partial<Style>;
+  readonly count?: number;
+  readonly values?: readonly number[];
+  /** The columns seen from zero up at a twentieth, three and seven tenths of the axis. */
+  readonly seen?: readonly number[];
+}
+const hidings: Hiding[] = [
+  { name: "each of many" },
+  { name: "some rows a pixel", count: 9000 },
+  { name: "some pixels a row", count: 300 },
+  { name: "rotated", style: { IsRotated: true } },
+  { name: "reversed", style: { Reverse: 2 } },
+  { name: "negative", values: [-10, -90, -50] },
+  { name: "with a second axis", style: { HasSecondYAxis: true } },
+  { name: "a stack behind the last series", style: { BarStyle: 1, HasSecondYAxis: true }, seen: [2, 2, 1] },
+  {
+    name: "a stack before the last series", style: { BarStyle: 1, HasSecondYAxis: true }, values: [10, 40, 90],
+    seen: [0, 1, 2],
+  },
+];
+for (const { name, style = {}, count = 3000, values = [10, 90, 50], seen = [0, 2, 1] } of hidings) {
+  test(`bars narrower than a pixel hide no shorter ones, and clicks find what is seen: ${name}`, async () => {
+    const isDown = values.some((value) => value < 0);
+    const ends = isDown ? { yScaleMin: -100, yScaleMax: 0 } : {};
+    const page = await openCharts(browser, [levelChart(count, { DiagramType: 5, ...ends, ...style }, values)]);
+    await noteSelections(page);
+    const box = await plotOf(page);
+    const places = [0.05, 0.3, 0.7].map((up) => {
+      const along = 0.3;
+      const top = ((style.Reverse ?? 0) & 2) === 2 || isDown ? up : 1 - up;
+      const [x, y] = style.IsRotated ? [1 - top, along] : [along, top];
+      return { x: box.x + x * box.width, y: box.y + y * box.height };
+    });
+    assert.deepEqual(await coloursAt(page, places), seen.map((column) => light.palette[column]));
+    for (const [index, { x, y }] of places.entries()) {
+      await page.mouse.click(x, y);
+      const [row = NaN, column] = (await page.title()).split(" ").map(Number);
+      assert.equal(column, seen[index], `clicked at ${index}`);
+      assert(Math.abs(row - count * 0.3) <= Math.max(count / 200, 1), `row ${row} of ${count}`);
+    }
+    await page.context().close();
+  });
+}
+
+test("what stood behind a series is seen when a reader hides that one", async () => {
+  const page = await openCharts(browser, [levelChart(3000, { DiagramType: 5 }, [10, 90, 50])]);
+  const box = await plotOf(page);
+  const place = { x: box.x + box.width * 0.3, y: box.y + box.height * 0.7 };
+  assert.deepEqual(await coloursAt(page, [place]), [light.palette[2]]);
+  await page.locator("plexoras-diagram svg text", { hasText: /^c$/ }).click({ force: true });
+  await page.mouse.move(0, 0);
+  await frame(page);
+  assert.deepEqual(await coloursAt(page, [place]), [light.palette[1]]);
+});
 
 test("a click far from everything selects nothing, and so does one in a histogram", async () => {
   for (const style of [{ DiagramType: 1 }, { DiagramType: 3 }, { DiagramType: 0, IsAbsolute: false }]) {
