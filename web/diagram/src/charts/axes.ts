@@ -1,28 +1,19 @@
 // The two axes of a plot, as the style has them: labels, grids, ranges, directions.
 import type { XAXisComponentOption, YAXisComponentOption } from "echarts";
 
+import { type AxisPlace, isLying } from "./axis_place.ts";
+import { categoryLabels } from "./category_labels.ts";
 import type { Scene } from "./chart.ts";
 import { uncopied } from "./custom.ts";
 import { type DateTicks, dateTicks } from "./date_axis.ts";
-import { brokenTo, cutTo, lineHeight, textStyle, textWidth, widest } from "./text.ts";
+import { cutTo, lineHeight, textStyle, textWidth } from "./text.ts";
 import { bounded, marksOf } from "./view.ts";
 
 /** An axis, whether it comes to lie or to stand. */
-export type Axis = XAXisComponentOption & YAXisComponentOption;
-
-export type Side = "left" | "right" | "top" | "bottom";
-
-/** Where an axis is, and what it shows. */
-export interface AxisPlace {
-  readonly side: Side;
-  /** Runs to the left, or down. */
-  readonly inverse: boolean;
-  readonly hasGrid: boolean;
-  readonly title: string;
-  /** How long the axis is, and how much room its labels may take across it; both in pixels, about. */
-  readonly length: number;
-  readonly across: number;
-}
+export type Axis = XAXisComponentOption & YAXisComponentOption & {
+  /** How far labels reach over the axis where the library cannot know it; at the first row and at the last, in pixels. */
+  readonly overhang?: readonly [first: number, last: number];
+};
 
 export interface CategoryLabels {
   readonly texts: readonly string[];
@@ -40,8 +31,11 @@ export function categoryAxis(scene: Scene, place: AxisPlace, labels: CategoryLab
   const mark = marksOf(scene);
   const { selectionText: color, selectionGround: backgroundColor } = look;
   const chip = { color, backgroundColor, padding: [4, 5, 3], borderRadius: 3 };
+  const { option, overhang } = categoryLabels(scene, place, labels);
   return {
     ...frameOf(scene, place),
+    // The library takes an axis that runs backward for one that runs forward when it makes room for the labels.
+    ...(place.inverse && labels.show ? { overhang } : {}),
     type: "category",
     // Texts that begin with a brace or hold markup are no templates here: the library takes them as they are.
     data: uncopied(labels.texts.map((value, index) =>
@@ -52,59 +46,13 @@ export function categoryAxis(scene: Scene, place: AxisPlace, labels: CategoryLab
       ...textStyle(look, look.plotText),
       show: labels.show,
       margin: Math.round(look.fontSize * 0.7),
-      ...(isLying(place.side) ? lyingLabels(scene, place, labels.texts) : standingLabels(scene, place, labels.texts)),
+      ...option,
     },
     axisPointer: {
       // The tooltip's heading.
       label: { show: false, formatter: ({ value }: { value: unknown }) => String(value) },
     },
   } as Axis;
-}
-
-/** Labels beside their bars, in as many lines as there is room for. */
-function standingLabels(scene: Scene, place: AxisPlace, texts: readonly string[]): object {
-  const { look } = scene;
-  const width = Math.max(place.across * 0.36, 24);
-  const line = lineHeight(look);
-  const most = Math.min(Math.floor(place.length / Math.max(texts.length, 1) / line), 3);
-  if (most < 2 || texts.length > 60) {
-    // The library's own choice among thousands takes most of the plot for labels that it then leaves out.
-    const each = Math.max(Math.ceil((texts.length * line * 1.4) / place.length), 1);
-    return { interval: each - 1, formatter: (text: string) => cutTo(text, width, look) };
-  }
-  const broken = (text: string): string => brokenTo(text, width, most, look).lines.join("\n");
-  return { interval: 0, lineHeight: line, formatter: broken };
-}
-
-const labelGap = 8;
-
-/** Labels side by side: in one line, broken into some, turned, or only as many as there is room for. */
-function lyingLabels(scene: Scene, place: AxisPlace, texts: readonly string[]): object {
-  const { look } = scene;
-  const step = place.length / Math.max(texts.length, 1);
-  if (widest(texts, look) + labelGap <= step) return { interval: 0 };
-
-  const line = lineHeight(look);
-  const isFew = texts.length <= 60;
-  const most = place.across > 200 ? 3 : 2;
-  const broken = isFew && step > 36 ? texts.map((text) => brokenTo(text, step - labelGap, most, look)) : [];
-  // A label that has lost its end is still read with more ease than one that is turned.
-  if (broken.length > 0 && broken.every(({ isWhole, isTorn }) => isWhole || (step > 64 && !isTorn))) {
-    return {
-      interval: 0, lineHeight: line, formatter: (_: string, index: number) => broken[index]?.lines.join("\n") ?? "",
-    };
-  }
-
-  // Years and other numbers in order say enough when some are left out; names do not.
-  const isSequence = texts.every((text) => /^\D{0,2}\d/.test(text));
-  if (isFew && !isSequence && step >= line * 0.95) {
-    const height = Math.max(place.across * 0.34, 30);
-    const rotate = step >= line * 1.9 ? 40 : 60;
-    const width = height / Math.sin((rotate / 180) * Math.PI);
-    return { interval: 0, rotate, formatter: (text: string) => cutTo(text, width, look) };
-  }
-  const width = Math.min(Math.max(place.length / 4, 96), 160);
-  return { interval: "auto", formatter: (text: string) => cutTo(text, width, look) };
 }
 
 export interface ValueRange {
@@ -198,10 +146,6 @@ function rounded(value: number, samples: readonly number[]): number {
   const range = Math.max(...samples.map(Math.abs), 0);
   const digits = range > 0 ? Math.min(Math.max(3 - Math.ceil(Math.log10(range)), 0), 20) : 0;
   return Number(value.toFixed(digits));
-}
-
-export function isLying(side: Side): boolean {
-  return side === "top" || side === "bottom";
 }
 
 /** What all axes have alike. */

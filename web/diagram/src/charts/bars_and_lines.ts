@@ -3,7 +3,8 @@ import type { EChartsCoreOption } from "echarts/core";
 
 import { extent } from "../data/extent.ts";
 import { readableOn } from "../look/colours.ts";
-import { type Axis, type AxisPlace, categoryAxis, valueAxis, type ValueRange } from "./axes.ts";
+import { type Axis, categoryAxis, valueAxis, type ValueRange } from "./axes.ts";
+import type { AxisPlace } from "./axis_place.ts";
 import { barSeriesOf } from "./bars.ts";
 import { onUpAxis, plotOption } from "./cartesian.ts";
 import { cellAt } from "./cell_at.ts";

@@ -3,7 +3,8 @@
 import type { SeriesOption } from "echarts";
 import type { EChartsCoreOption } from "echarts/core";
 
-import { type Axis, type AxisPlace, isLying, type Side } from "./axes.ts";
+import type { Axis } from "./axes.ts";
+import { type AxisPlace, isLying, type Side } from "./axis_place.ts";
 import type { CloseUp, Places, Scene } from "./chart.ts";
 import { emptyFrame, type Frame } from "./frame.ts";
 import { isNamed, legendAbove, type LegendEntry } from "./legend.ts";
@@ -37,12 +38,13 @@ export function plotOption(scene: Scene, plot: Plot, closeUp: CloseUp | null = n
       hasLegend ? plot.entries : []),
     scene, plot.view.series);
   const axes = axesOf(scene, plot, frame, closeUp);
+  const outerBounds = bounds(frame, scene);
   const isFilled = look.plotGround !== look.ground;
   return {
     ...common(scene, frame),
     grid: {
-      ...bounds(frame, scene),
-      outerBoundsMode: "same",
+      ...inside(outerBounds, axes),
+      outerBounds,
       outerBoundsContain: "all",
       show: isFilled,
       backgroundColor: isFilled ? look.plotGround : "transparent",
@@ -73,7 +75,20 @@ export function common(scene: Scene, frame: Frame): EChartsCoreOption {
   };
 }
 
-function bounds({ room }: Frame, scene: Scene): object {
+interface Bounds {
+  readonly left: number;
+  readonly top: number;
+  readonly right: number;
+  readonly bottom: number;
+}
+
+// The library makes room for labels from here on.
+function inside({ left, top, right, bottom }: Bounds, { xAxis: [x], yAxis: [y] }: Axes): Bounds {
+  const [[atRight, atLeft], [atTop, atBottom]] = [x?.overhang ?? [0, 0], y?.overhang ?? [0, 0]];
+  return { left: left + atLeft, top: top + atTop, right: right + atRight, bottom: bottom + atBottom };
+}
+
+function bounds({ room }: Frame, scene: Scene): Bounds {
   return {
     left: room.left,
     top: room.top + Math.round(scene.look.fontSize * 0.3),
@@ -82,12 +97,12 @@ function bounds({ room }: Frame, scene: Scene): object {
   };
 }
 
-function axesOf(
-  scene: Scene,
-  plot: Plot,
-  { room }: Frame,
-  closeUp: CloseUp | null,
-): { xAxis: Axis[]; yAxis: Axis[] } {
+interface Axes {
+  readonly xAxis: readonly Axis[];
+  readonly yAxis: readonly Axis[];
+}
+
+function axesOf(scene: Scene, plot: Plot, { room }: Frame, closeUp: CloseUp | null): Axes {
   const { style } = scene;
   const isRotated = style.IsRotated;
   const standingSide: Side = (style.LabelStyle & 1) === 1 ? "right" : "left";
