@@ -2,8 +2,9 @@ import assert from "node:assert/strict";
 import { test } from "node:test";
 
 import { ticksAround, ticksWithin } from "../src/charts/calendar.ts";
-import type { Places, Range } from "../src/charts/chart.ts";
+import type { Places, Range, Scene } from "../src/charts/chart.ts";
 import { buildOption } from "../src/charts/index.ts";
+import { init } from "../src/charts/library.ts";
 import type { Style } from "../src/settings/style.ts";
 import { type Cells, sceneOf } from "./charts_scene.ts";
 
@@ -63,11 +64,11 @@ test("axes of dates have such ticks", () => {
     ["a line's ends are ticks", line, "yAxis", all,
       "2024-01-01 | 2024-01-01 2024-03-01 2024-05-01 2024-07-01 2024-09-01 | 2024-09-01"],
     ["it follows what is on show", line, "yAxis", first,
-      "2024-01-01 | 2024-01-01 2024-03-01 2024-05-01 | 2024-05-01"],
+      "2024-01-08 | 2024-01-08 2024-01-22 2024-02-05 2024-02-19 2024-03-04 2024-03-18 2024-04-01 | 2024-04-01"],
     ["and what reaches farther", line, "yAxis", ["2023-01-20", "2024-10-02"],
-      "2023-01-20 | 2024-01-01 2024-03-01 2024-05-01 2024-07-01 2024-09-01 | 2024-10-02"],
+      "2023-01-01 | 2023-01-01 2023-07-01 2024-01-01 2024-07-01 2025-01-01 | 2025-01-01"],
     ["a lone day", line, "yAxis", ["2024-02-01", "2024-02-01"],
-      "2024-01-01 | 2024-01-01 2024-03-01 | 2024-03-01"],
+      "2024-01-31 | 2024-01-31 2024-02-01 2024-02-02 | 2024-02-02"],
     ["rotated, with room for fewer", { ...line, FormatDateStyle: 0, IsRotated: true }, "xAxis", all,
       "2024-01-01 | 2024-01-01 2024-07-01 2025-01-01 | 2025-01-01"],
     ["absolute, it begins at zero", { ...line, IsAbsolute: true }, "yAxis", all,
@@ -97,4 +98,51 @@ test("a closer look at dates has its own ticks", () => {
   const closer = places.closer({ part: [0.5, 0.6], isMoving: false, along, ups: [] });
   assert.equal(seen(axisOf(closer, "xAxis"), "2024-01-01", "2024-01-01"),
     "2024-02-15 | 2024-02-15 2024-02-17 2024-02-19 2024-02-21 2024-02-23 | 2024-02-24");
+  // Up, it has those of the whole, from which readers may have hidden a series.
+  for (const DiagramType of [1, 3]) {
+    const option = buildOption(sceneOf(days, { DiagramType, FormatType: 5 })) as unknown as { places: Places };
+    const whole = seen(axisOf(option, "yAxis"), "2024-03-09", "2024-03-12");
+    const ups: Range[] = [[date("2024-03-08"), date("2024-03-13")]];
+    const part = axisOf(option.places.closer({ part: [0.4, 0.6], isMoving: false, along, ups }), "yAxis");
+    assert.match(whole, /2024-03-10 2024-03-11/);
+    assert.match(seen(part, "2024-01-01", "2024-01-01"), /2024-03-10 2024-03-11/);
+  }
+});
+
+/** What is read at an axis when readers have hidden a series. */
+function labelsSeen(scene: Scene, isLabel: RegExp, hidden: string): string {
+  const chart = init(null, null, { renderer: "svg", ssr: true, width: scene.width, height: scene.height });
+  chart.setOption(buildOption(scene));
+  chart.dispatchAction({ type: "legendUnSelect", name: hidden });
+  const texts = Array.from(chart.renderToSVGString().matchAll(/<text[^>]*>([^<]*)<\/text>/g), ([, text]) => text ?? "");
+  chart.dispose();
+  return texts.filter((text) => isLabel.test(text)).join(" | ");
+}
+
+test("axes are labelled for what is on show", () => {
+  const far: Cells = [["Start", "Due"], ["a", "2000-01-20", "2024-05-09"], ["b", "2024-02-11", "2024-05-22"]];
+  const late: Cells = [["Start", "Due"], ["a", "9999-01-20", "9999-05-09"]];
+  const pairs: Cells = [["x", "y"], ["a", 1000, -5], ["b", 1010, 7]];
+  const line: Partial<Style> = { DiagramType: 1, FormatType: 5 };
+  const stack: Partial<Style> = { ...line, DiagramType: 5, BarStyle: 1 };
+  const dots: Partial<Style> = { DiagramType: 3, xGridVisible: true };
+  const [isYear, isX] = [/\d{4}$/, /^\d{3,4}$/];
+  const long: Partial<Style> = { ...line, IsRotated: true, FormatDateStyle: 0, Reverse: 2 };
+  const cases: [string, Cells, Partial<Style>, RegExp, string, string][] = [
+    ["a far series is hidden", far, line, isYear, "Start", "May 6, 2024 | May 13, 2024 | May 20, 2024 | May 27, 2024"],
+    ["sums", far, stack, isYear, "", "Jan 1, 2000 | Jan 1, 2050 | Jan 1, 2100"],
+    ["sums of areas", far, { ...stack, DiagramType: 2 }, isYear, "", "Jan 1, 2000 | Jan 1, 2050 | Jan 1, 2100"],
+    ["means and zero take no room along x", pairs, { ...dots, HasStatistics: true }, isX, "",
+      "999 | 1002 | 1005 | 1008 | 1011"],
+    ["nor up a rotated one", pairs, { ...dots, IsRotated: true }, isX, "",
+      "998 | 1000 | 1002 | 1004 | 1006 | 1008 | 1010 | 1012"],
+    ["both ends have their long names", days, long, /20|day|January/, "",
+      "Monday, | January 1, | 2024 | Monday, July | 1, 2024 | Wednesday, | January 1, | 2025"],
+  ];
+  for (const [name, cells, style, isLabel, hidden, expected] of cases) {
+    const scene = sceneOf(cells, { HasLegend: false, ...style }, { width: 300 });
+    assert.equal(labelsSeen(scene, isLabel, hidden), expected, name);
+  }
+  const behind = labelsSeen(sceneOf(late, stack), isYear, "");
+  assert(behind.split(" | ").length > 2, `sums behind the years have labels: ${behind}`);
 });

@@ -6,7 +6,7 @@ import { categoryLabels } from "./category_labels.ts";
 import type { Scene } from "./chart.ts";
 import { uncopied } from "./custom.ts";
 import { type DateTicks, dateTicks } from "./date_axis.ts";
-import { cutTo, lineHeight, textStyle, textWidth } from "./text.ts";
+import { brokenTo, cutTo, lineHeight, textStyle, textWidth, widest } from "./text.ts";
 import { bounded, marksOf } from "./view.ts";
 
 /** An axis, whether it comes to lie or to stand. */
@@ -104,6 +104,7 @@ export function valueAxis(scene: Scene, place: AxisPlace, range: ValueRange, lab
       margin: Math.round(look.fontSize * 0.6),
       hideOverlap: true,
       formatter: labels.text,
+      ...(dated && isLying(place.side) ? brokenLabels(scene, place, labels, dated) : {}),
       ...(look.negative === null
         ? {} : { color: (value?: string | number) => (Number(value) < 0 ? look.negative ?? color : color) }),
       ...(ticks ? { customValues: ticks } : {}),
@@ -122,14 +123,39 @@ export function valueAxis(scene: Scene, place: AxisPlace, range: ValueRange, lab
   } as unknown as Axis;
 }
 
+/** The axis for all drawings of a chart: close-ups have the ticks that were found for what is on show. */
+export function madeOnce(make: (place: AxisPlace) => Axis): (place: AxisPlace) => Axis {
+  let axis: Axis | null = null;
+  return (place) => (axis ??= make(place));
+}
+
 /** No more than there is room for with their own labels: names of days and months are long and short. */
 function dateTicksIn(scene: Scene, place: AxisPlace, range: ValueRange, labels: ValueLabels): DateTicks | null {
+  const { look } = scene;
+  const lies = isLying(place.side);
   // Lines above one another stand closer if they must.
-  const more = isLying(place.side) ? 1 : 2;
-  for (let count = tickCount(scene, place, labels, labels.samples); ; count -= 1) {
-    const found = dateTicks(range, labels, count);
-    if (!found || count === 1 || found.shown <= tickCount(scene, place, labels, found.ticks) + more) return found;
-  }
+  const more = lies ? 1 : 2;
+  // Labels of three that lie beside each other can be broken.
+  const fits = (ticks: readonly number[]): boolean => ticks.length <= tickCount(scene, place, labels, ticks) + more
+    && (!lies || ticks.length <= 3 || widest(ticks.map(labels.text), look) * ticks.length <= place.length);
+  return dateTicks(range, labels, { count: tickCount(scene, place, labels, labels.samples), fits });
+}
+
+/**
+ * Dates in lines where they are too long to stand side by side, or those at the two ends alone: the library would leave
+ * out these.
+ */
+function brokenLabels({ look }: Scene, place: AxisPlace, { text, samples }: ValueLabels, { ticks }: DateTicks): object {
+  if (samples.every((value) => textWidth(text(value), look) <= place.length / 3)) return {};
+  const broken = (value: number, count: number): string | null => {
+    const { lines, isWhole } = brokenTo(text(value), place.length / count, 3, look);
+    return isWhole ? lines.join("\n") : null;
+  };
+  const formatter = (value: number): string => {
+    if (ticks.every((tick) => broken(tick, ticks.length) !== null)) return broken(value, ticks.length) ?? "";
+    return value === ticks[0] || value === ticks[ticks.length - 1] ? broken(value, 2) ?? text(value) : "";
+  };
+  return { lineHeight: lineHeight(look), formatter };
 }
 
 /** As many ticks as there is room for, from 2 to 6. */

@@ -3,7 +3,7 @@ import type { EChartsCoreOption } from "echarts/core";
 
 import { extent } from "../data/extent.ts";
 import { readableOn } from "../look/colours.ts";
-import { type Axis, categoryAxis, valueAxis, type ValueRange } from "./axes.ts";
+import { type Axis, categoryAxis, madeOnce, valueAxis, type ValueRange } from "./axes.ts";
 import type { AxisPlace } from "./axis_place.ts";
 import { barSeriesOf } from "./bars.ts";
 import { onUpAxis, plotOption } from "./cartesian.ts";
@@ -104,7 +104,7 @@ function upAxis(context: Context, of: readonly Drawn[], color?: string): (place:
     ...(color === undefined ? {} : { color }),
     ...(isWhole(context, of) ? { interval: scene.height < 180 ? 0.5 : 0.25 } : {}),
   };
-  return (place) => valueAxis(scene, place, range, labels);
+  return madeOnce((place) => valueAxis(scene, place, range, labels));
 }
 
 function contextOf(scene: Scene, view: View, kindOf: (column: number) => Kind, isMoving = false): Context {

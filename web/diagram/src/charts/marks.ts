@@ -101,7 +101,8 @@ function rulerSeries(scene: Scene, ruler: Ruler): CustomSeriesOption {
     color: ruler.color,
     ...ruler.axis,
     data: [{ value: placeOf(ruler.value) }],
-    encode: { x: 0, y: 1 },
+    // A place on its own axis alone: on the other one it stands for none.
+    encode: isUpright ? { x: 0, y: -1 } : { x: -1, y: 1 },
     silent: true,
     tooltip: { show: false },
     animation: false,

@@ -4,7 +4,7 @@ import type { EChartsCoreOption } from "echarts/core";
 
 import { extent } from "../data/extent.ts";
 import { seriesColor } from "../look/shades.ts";
-import { valueAxis } from "./axes.ts";
+import { madeOnce, valueAxis } from "./axes.ts";
 import { type Plot, plotOption } from "./cartesian.ts";
 import type { CloseUp, Scene } from "./chart.ts";
 import { rangeOf, ticksIn } from "./close_up.ts";
@@ -100,9 +100,9 @@ function cloudsOption(
   ];
   const plot: Omit<Plot, "along" | "series"> = {
     view: { ...view, series },
-    up: (place) => valueAxis(scene, place, style.IsAbsolute
+    up: madeOnce((place) => valueAxis(scene, place, style.IsAbsolute
       ? { from: style.yScaleMin, to: style.yScaleMax, hasZero: true } : { from: 0, to: 0, hasZero: false },
-    { ...labels, hasDates, samples: yRange }),
+    { ...labels, hasDates, samples: yRange })),
     titles: hasTitles ? [xTitle, view.valueTitle || yTitle] : ["", view.valueTitle],
     // What the axis already says needs no legend.
     entries: series.length === 1 && hasTitles ? []

@@ -111,6 +111,7 @@ class Drawn {
       this.legends.set(this.legendOf, (event as { selected: Record<string, boolean> }).selected);
       // The axes may have other ends now.
       if (this.zoom.part) this.show(this.scene, this.hook);
+      else this.survey(true);
     });
     // Charts with axes tell by themselves what stands under the pointer.
     this.chart.on("click", (event) => {
@@ -209,11 +210,16 @@ class Drawn {
     if (isStill) this.chart.dispatchAction({ type: "downplay", seriesIndex });
     this.chart.setOption(this.option, { notMerge: true });
     this.places = places;
-    this.area = PlotArea.of(this.chart, scene.style.IsRotated);
+    this.survey(closeUp === null);
     this.zoom.setCount(this.area ? places?.count ?? 0 : 0);
-    if (closeUp || !this.area) return;
+  }
+
+  // Where the plot lies now and, while all is on show, the ends of its axes.
+  private survey(isWhole: boolean): void {
+    this.area = PlotArea.of(this.chart, this.scene.style.IsRotated);
+    if (!isWhole || !this.area) return;
     const { along, ups } = this.area.ranges;
-    this.whole = { along: places?.range ?? along, ups };
+    this.whole = { along: this.places?.range ?? along, ups };
   }
 
   // Another part comes on show; what is left out meanwhile is drawn when it rests.

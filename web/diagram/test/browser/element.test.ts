@@ -222,6 +222,23 @@ test("what the legend hides stays hidden in the next drawing, but not at the fro
   assert.deepEqual(await hidden(), ["Q2"]);
 });
 
+test("axes fit what the legend leaves on show, also in a closer look", async () => {
+  const rows = Array.from({ length: 20 }, (_, row) => `r${row}`);
+  const values = rows.flatMap((_, row) => [`${2000 + row}-01-01`, `2024-05-${String(row + 1).padStart(2, "0")}`]);
+  const style = { DiagramType: 1, FormatType: 5 };
+  const page = await openCharts(browser, [{ style, rows, columns: ["Start", "Due"], values }]);
+  const chart = page.locator("plexoras-diagram");
+  const years = async (): Promise<string[]> => (await pictureTexts(page)).filter((text) => /\d{4}$/.test(text));
+  const due = ["Apr 29, 2024", "May 6, 2024", "May 13, 2024", "May 20, 2024"];
+  await chart.locator("svg text", { hasText: "Start" }).click({ force: true });
+  await twoFrames(page);
+  assert.deepEqual(await years(), due);
+  await page.locator(".walker").focus();
+  await page.keyboard.press("+");
+  await chart.getByRole("button", { name: "Show all" }).waitFor();
+  assert.deepEqual(await years(), due);
+});
+
 test("a legend stays in one column where no font has the sign that the library measures lines by", async () => {
   const head = `<script>
     const { measureText } = CanvasRenderingContext2D.prototype;
