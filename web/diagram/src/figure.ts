@@ -40,6 +40,7 @@ export interface ShownTable {
 interface Model {
   readonly settings: Settings;
   readonly table: Table;
+  readonly languages: readonly string[];
   readonly format: ValueFormat;
 }
 
@@ -74,7 +75,7 @@ export class Figure implements PartHost {
     this.box = new FigureBox(element, root);
     this.events = new FigureEvents(element);
     this.internals = typeof element.attachInternals === "function" ? element.attachInternals() : null;
-    this.surroundings = new Surroundings(element, () => this.readAgain());
+    this.surroundings = new Surroundings(element, () => this.readAgain(), () => this.mediumChanged());
     this.times = new DrawTimes(element, () => this.draw());
     this.sizes = new ResizeObserver(() => this.measure());
   }
@@ -88,7 +89,7 @@ export class Figure implements PartHost {
   }
 
   get isPrinting(): boolean {
-    return this.times.isPrinting;
+    return this.times.isPrinting || this.surroundings.isPaper;
   }
 
   /** Gets the drawing library's option before each drawing. */
@@ -244,8 +245,8 @@ export class Figure implements PartHost {
     }
     const numberOf = numberReader(style);
     const table = this.typed.publish(tableOf(contents, { transposed: style.IsTransposed, numberOf }), numberOf);
-    const format = valueFormat(style, languagesFor(this.element));
-    this.model = { settings, table, format };
+    const languages = languagesFor(this.element);
+    this.model = { settings, table, languages, format: valueFormat(style, languages) };
     this.selection = this.selectionIn(table, settings, before);
     // What no tab stands for any more could not be left.
     if (this.series !== null && !seriesWithTabs(style, table).includes(this.series)) this.series = null;
@@ -271,6 +272,11 @@ export class Figure implements PartHost {
     return placesIn(table, isKept ? this.selection : [{ row: style.RowSelection, column: style.ColSelection }]);
   }
 
+  // The events of printing ask for drawings of their own.
+  private mediumChanged(): void {
+    if (!this.times.isPrinting) this.redraw();
+  }
+
   // Draws again where the box has another size than what is drawn.
   private measure(): void {
     const { clientWidth, clientHeight } = this.drawing;
@@ -293,9 +299,10 @@ export class Figure implements PartHost {
     this.events.drawn(model.settings.style.DiagramType);
   }
 
-  private drawModel({ settings, table, format }: Model): void {
+  private drawModel(model: Model): void {
+    const { settings, table, format } = this.model = this.speak(model);
     const { style } = settings;
-    const look = settleLook(style, this.surroundings.reading(this.times));
+    const look = settleLook(style, this.surroundings.reading({ isPrinting: this.isPrinting, isUnseen: this.times.isUnseen }));
     this.box.setLook(look, style.HasBorder);
     const { selection, series } = this;
     this.shown = { table, style, look, format, width: 0, height: 0, selection, series };
@@ -307,6 +314,13 @@ export class Figure implements PartHost {
     this.box.setTable(isTable(style.DiagramType));
     this.box.setState("drawn");
     this.describe();
+  }
+
+  // A language that has changed in this same turn is not heard of yet.
+  private speak(model: Model): Model {
+    const languages = languagesFor(this.element);
+    if (String(languages) === String(model.languages)) return model;
+    return { ...model, languages, format: valueFormat(model.settings.style, languages) };
   }
 
   // Data that stand in the element as a table are heard once: there.

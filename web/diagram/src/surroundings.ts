@@ -8,6 +8,7 @@ const queries = {
   forced: "(forced-colors: active)",
   still: "(prefers-reduced-motion: reduce)",
 } as const;
+const paper = "print";
 
 type OfPage = Pick<Reading, "font" | "custom">;
 
@@ -15,21 +16,28 @@ type OfPage = Pick<Reading, "font" | "custom">;
 export class Surroundings {
   private readonly element: HTMLElement;
   private readonly changed: () => void;
+  private readonly mediumChanged: () => void;
   private readonly page = new MutationObserver(() => this.compare());
   private lists: MediaQueryList[] = [];
   private leaveLanguage: (() => void) | null = null;
   // What the page asked for when it was last looked at.
   private known = "";
 
-  constructor(element: HTMLElement, changed: () => void) {
+  /** `mediumChanged` is called when the page is shown as on paper, which may be without printing, and afterwards. */
+  constructor(element: HTMLElement, changed: () => void, mediumChanged: () => void) {
     this.element = element;
     this.changed = changed;
+    this.mediumChanged = mediumChanged;
+  }
+
+  get isPaper(): boolean {
+    return window.matchMedia(paper).matches;
   }
 
   watch(): void {
     this.release();
-    this.lists = Object.values(queries).map((query) => window.matchMedia(query));
-    for (const list of this.lists) list.addEventListener("change", this.changed);
+    for (const query of Object.values(queries)) this.listen(query, this.changed);
+    this.listen(paper, this.mediumChanged);
     this.leaveLanguage = watchLanguage(this.element, this.compare);
     // Pages switch their scheme at their root or body.
     const { documentElement, body } = this.element.ownerDocument;
@@ -40,8 +48,17 @@ export class Surroundings {
     this.page.disconnect();
     this.leaveLanguage?.();
     this.leaveLanguage = null;
-    for (const list of this.lists) list.removeEventListener("change", this.changed);
+    for (const list of this.lists) {
+      list.removeEventListener("change", this.changed);
+      list.removeEventListener("change", this.mediumChanged);
+    }
     this.lists = [];
+  }
+
+  private listen(query: string, changed: () => void): void {
+    const list = window.matchMedia(query);
+    list.addEventListener("change", changed);
+    this.lists.push(list);
   }
 
   /** What the page and the reader ask for. On paper it is light; what nobody sees does not move. */

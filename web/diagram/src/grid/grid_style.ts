@@ -1,6 +1,7 @@
 // What a table looks like. Colours and fonts come as custom properties from the look.
 import type { Scene } from "../charts/chart.ts";
 import { heatTable } from "../settings/diagram_types.ts";
+import { longestLine } from "./paper_words.ts";
 import { cellPadding, labelIndent, lineHeight } from "./sizes.ts";
 import { labelWeight } from "./text_measure.ts";
 
@@ -131,7 +132,8 @@ tbody > tr:hover > :not(.heat, [aria-selected=true]) {
   table { table-layout: auto; width: 100% !important; font-size: min(1em, 100cqi / var(--_ems, 1)); }
   col { width: var(--_set, auto) !important; }
   th, td { position: static !important; padding-inline: .4em; white-space: pre-wrap; overflow-wrap: break-word; }
-  td.number { white-space: pre; }
+  td.number:not(.long) { white-space: pre; }
+  .long { min-width: ${longestLine}em; overflow-wrap: anywhere; }
   .heat, .heat-bar, [aria-selected=true] { print-color-adjust: exact; }
   tr { break-inside: avoid; }
 }

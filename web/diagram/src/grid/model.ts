@@ -8,6 +8,7 @@ import type { Style } from "../settings/style.ts";
 import { type Arrangement, type Axis, cellAt } from "./arrangement.ts";
 import { readableOn } from "../look/colours.ts";
 import { type HeatScale, heatScale } from "./heat.ts";
+import { hasLongWord } from "./paper_words.ts";
 import type { Sizes } from "./sizes.ts";
 
 export interface GridModel {
@@ -43,6 +44,8 @@ export interface CellLook {
   /** It stands at the right, as numbers do. */
   readonly isNumber: boolean;
   readonly isNegative: boolean;
+  /** On paper its lines may break anywhere. */
+  readonly isLong: boolean;
   /** The heat's colours; null where it has none. */
   readonly heat: { readonly ground: string; readonly text: string } | null;
 }
@@ -50,11 +53,14 @@ export interface CellLook {
 /** The look of a cell; row and column by the table's count. */
 export function cellLook(model: GridModel, row: number, column: number): CellLook {
   const { scene, heat, numeric } = model;
-  const { text, number } = cellAt(scene.table, row, column);
+  const cell = cellAt(scene.table, row, column);
+  const { number } = cell;
+  const text = scene.format.text(cell.text);
   return {
-    text: scene.format.text(text),
+    text,
     isNumber: number !== null || numeric.has(column),
     isNegative: number !== null && number < 0,
+    isLong: number === null && hasLongWord(text, numeric.has(column)),
     heat: number === null ? null : heat?.coloursOf(number) ?? null,
   };
 }

@@ -1,5 +1,6 @@
 // The nodes of a grid: a plain table, made from the model row by row.
 import { cellLook, keptCount, type GridModel, type Position } from "./model.ts";
+import { hasLongWord } from "./paper_words.ts";
 
 /** Makes the rows above the data: the title of the columns, and their labels. */
 export function headRows(model: GridModel): HTMLTableRowElement[] {
@@ -48,6 +49,7 @@ function corner(title: string): HTMLTableCellElement {
   const cell = document.createElement(title === "" ? "td" : "th");
   if (title !== "") cell.scope = "col";
   cell.className = "corner";
+  cell.classList.toggle("long", hasLongWord(title));
   cell.textContent = title;
   return cell;
 }
@@ -83,10 +85,11 @@ export function bodyRow(model: GridModel, position: number): HTMLTableRowElement
 
 /** Writes a cell's text and colours. */
 export function fillCell(node: HTMLTableCellElement, model: GridModel, row: number, column: number): void {
-  const { text, isNumber, isNegative, heat } = cellLook(model, row, column);
+  const { text, isNumber, isNegative, isLong, heat } = cellLook(model, row, column);
   if (node.childElementCount > 0 || node.textContent !== text) node.textContent = text;
   node.classList.toggle("number", isNumber);
   node.classList.toggle("negative", isNegative);
+  node.classList.toggle("long", isLong);
   node.classList.toggle("heat", heat !== null);
   if (!heat) return;
   node.style.setProperty("--_heat", heat.ground);
@@ -141,6 +144,7 @@ function heading(scope: "row" | "col", text: string): HTMLTableCellElement {
   const node = document.createElement(text.trim() === "" ? "td" : "th");
   if (node.tagName === "TH") node.scope = scope;
   node.classList.add(scope === "row" ? "row-label" : "column-label");
+  node.classList.toggle("long", hasLongWord(text));
   node.tabIndex = -1;
   node.textContent = text;
   return node;

@@ -3,7 +3,7 @@
 import { extent } from "../data/extent.ts";
 import { makeStyle } from "../host/style_sheet.ts";
 import type { GridModel } from "./model.ts";
-import { bodyRow, headRows } from "./nodes.ts";
+import { bodyRow, headRows, markSelectedLabels } from "./nodes.ts";
 import { paperSizes } from "./paper_sizes.ts";
 import { columnNodes } from "./size_nodes.ts";
 import type { Measure } from "./sizes.ts";
@@ -15,8 +15,10 @@ export interface Bands {
 }
 
 // Between margins, in pixels: A4 and Letter upright, then lying, the element's own default, wide margins, half of a
-// page, and A3 lying. The first ones come first where a large table cannot have all.
-const paperWidths = [690, 950, 480, 620, 320, 1400];
+// page, and A3 lying. The first ones come first where a large table cannot have all; before them, what is narrower by
+// itself than upright paper.
+const uprightWidth = 690;
+const paperWidths = [uprightWidth, 950, 480, 620, 320, 1400];
 const mostCells = 150_000;
 // Smaller letters than seven points are hard to read.
 const leastLetters = 28 / 3;
@@ -74,7 +76,7 @@ export class PaperBands {
   /** Makes the bands that some paper may need; none for a table that all have room for. */
   make(model: GridModel, measure: Measure): void {
     this.drop();
-    const { fontSize } = model.scene.look;
+    const { look: { fontSize }, width } = model.scene;
     const letters = Math.min(leastLetters, fontSize);
     const [label = 0, ...needs] = paperSizes(model, measure).map((size) => size / fontSize);
     const whole = needs.reduce((sum, need) => sum + need, label);
@@ -82,7 +84,8 @@ export class PaperBands {
     this.table.style.setProperty("--_ems", String(whole));
 
     const most = Math.floor(mostCells / Math.max(model.arrangement.rows.length * needs.length, 1));
-    const rooms = paperWidths.map((width) => width / letters).filter((room) => room < whole);
+    const rooms = [Math.min(width, uprightWidth), ...paperWidths]
+      .map((room) => room / letters).filter((room) => room < whole);
     const sets = setsOf(label, needs, rooms, Math.max(most, 1));
     if (sets.length > 0) this.show(model, sets, [whole, ...sets.map(({ ems }) => ems)].map((ems) => ems * letters));
   }
@@ -152,6 +155,7 @@ function bandNode(model: GridModel): HTMLTableElement {
   table.append(columnNodes(model));
   const head = headRows(model);
   if (head.length > 0) table.createTHead().append(...head);
+  markSelectedLabels(table, model);
   table.createTBody().append(...rows.map((_, position) => bodyRow(model, position)));
   table.classList.toggle("unparted", rows.length * model.sizes.rowHeight(0) <= mostUnparted);
   return table;

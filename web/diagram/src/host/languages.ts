@@ -9,8 +9,13 @@ export function languagesFor(element: Element): string[] {
 function languageAround(element: Element): string {
   const holder = element.closest("[lang]");
   if (holder) return holder.getAttribute("lang") ?? "";
-  const root = element.getRootNode();
-  return root instanceof ShadowRoot ? languageAround(root.host) : "";
+  const host = hostOf(element.getRootNode());
+  return host ? languageAround(host) : "";
+}
+
+// In a frame, shadow roots are of another class than here.
+function hostOf(root: Node): Element | null {
+  return root.nodeType === Node.DOCUMENT_FRAGMENT_NODE ? (root as ShadowRoot).host ?? null : null;
 }
 
 /** One observer of a document or shadow tree, for all the elements in it: who is to be told, with the node around it. */
@@ -33,7 +38,7 @@ export function watchLanguage(element: Element, changed: () => void): () => void
     const watch = watches.get(root) ?? watchOf(root);
     watch.around.set(changed, node);
     roots.push(root);
-    node = root instanceof ShadowRoot ? root.host : null;
+    node = hostOf(root);
   }
   return () => roots.forEach((root) => leave(root, changed));
 }

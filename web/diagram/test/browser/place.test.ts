@@ -55,6 +55,8 @@ test("follows the language, the colours and the font of where it stands", async 
     ["another class of the page", `document.head.insertAdjacentHTML("beforeend",
       "<style>.night { --plexoras-color-1: #0f0; font-family: serif }</style>");
       document.body.className = "night"`, "-4,5 #0f0 dark serif"],
+    ["a language just before printing", `document.documentElement.lang = "en";
+      dispatchEvent(new Event("beforeprint")); dispatchEvent(new Event("afterprint"))`, "-4.5 #0f0 dark serif"],
     ["a move that does not leave", `document.querySelector("section").moveBefore(chart, null)`,
       "-4,5 #f00 dark serif"],
   ];
@@ -104,6 +106,11 @@ test("another language of anything around a chart is noticed, by one observer", 
     ["a host's parent", "outer.shadowRoot.firstChild.lang = 'de'", "-4,5 -4.5 3"],
     ["the outermost host", "outer.shadowRoot.firstChild.removeAttribute('lang'); outer.lang = 'fr'", "-4,5 -4,5 3"],
     ["around it, innermost", "one.parentNode.lang = 'en'", "-4.5 -4,5 3"],
+    ["in a frame's shadow tree", `const frame = document.createElement("iframe");
+      document.body.append(frame);
+      const host = frame.contentDocument.body.appendChild(frame.contentDocument.createElement("div"));
+      host.lang = "de";
+      host.attachShadow({ mode: "open" }).append(one)`, "-4,5 -4,5 3"],
     ["out of the trees", "document.body.append(one)", "-4.5 -4,5 1"],
     ["the last ones have left", "one.remove(); other.remove()", "-4.5 -4,5 0"],
   ];

@@ -170,6 +170,88 @@ test("a table that is too wide for its paper stands there in bands of columns", 
   }
 });
 
+/** Makes columns of the first chart as narrow as the reader can. */
+const narrowed = (page: Page, columns: number): Promise<void> => page.evaluate((count) => {
+  const root = document.querySelector("plexoras-diagram")?.shadowRoot;
+  for (const label of [...root?.querySelectorAll<HTMLElement>(".column-label") ?? []].slice(0, count)) {
+    label.focus();
+    const init = { key: "ArrowLeft", altKey: true, shiftKey: true, bubbles: true };
+    for (let times = 0; times < 30; times += 1) label.dispatchEvent(new KeyboardEvent("keydown", init));
+  }
+}, columns);
+
+test("no letter is lost on paper, nor too small, however long a word or narrow a column", async () => {
+  const table = (name: string, rows: number, columns: number, texts: readonly string[], more: ChartOnPage = {}) =>
+    chart(name, rows, columns, {
+      fallback: "", values: Array.from({ length: rows * columns }, (_, index) => texts[index % texts.length] ?? ""),
+      ...more, style: { DiagramType: 9, resizableCols: true, AutoResize: false, ...more.style },
+    });
+  const word = "q".repeat(220);
+  // How many columns are made narrow, and the letter with how often it is there.
+  const cases: [string, ChartOnPage, number, string, number][] = [
+    ["narrow numbers", table("a", 2, 30, ["123456789"]), 30, "5", 60],
+    ["some of them", table("a", 2, 9, ["123456789"], { attributes: "width=690" }), 3, "5", 18],
+    ["narrow words", table("a", 2, 30, ["some qualifying words"]), 30, "q", 60],
+    ["a long word", table("a", 3, 3, [word, "7", "short"]), 0, "q", 660],
+    ["a narrow column with one", table("a", 3, 3, [word, "7", "short"]), 1, "q", 660],
+    ["one in a label", table("a", 1, 2, ["7"], { rows: [word] }), 0, "q", 220],
+    ["one in a head", table("a", 1, 2, ["7"], { columns: [word, "b"] }), 0, "q", 220],
+    ["a line among numbers", table("a", 4, 1, ["7", "8", "9", "q words ".repeat(40)]), 0, "q", 40],
+    // There may be no font for it: its letters are not counted.
+    ["a text without blanks", table("a", 1, 3, ["\u8a9e".repeat(200), "7", "8"]), 0, "8", 1],
+  ];
+  for (const [name, one, columns, letter, count] of cases) {
+    const page = await openCharts(browser, [one], { viewport: { width: 1400, height: 900 } });
+    await narrowed(page, columns);
+    const words = (await printed(page, papers[1] as Paper)).filter(({ text }) => !/^a(caption|[cr]\d+e)/.test(text));
+    const found = words.filter(({ left, right }) => left > margin - 1 && right < 612 - margin + 1)
+      .reduce((sum, { text }) => sum + text.split(letter).length - 1, 0);
+    assert.equal(found, count, name);
+    const least = Math.min(...words.map(({ top, bottom }) => bottom - top));
+    assert(least > 7, `${name}: ${least} points high`);
+    await page.context().close();
+  }
+});
+
+test("a large table has bands for its own width", async () => {
+  const page = await openCharts(browser, [chart("large", 1100, 50, { fallback: "", style: { DiagramType: 9 } })]);
+  const size = await onPaper(page);
+  assert(size >= 28 / 3 - 0.01, `${size} pixels`);
+  await page.context().close();
+});
+
+/** The size of the letters of the first cell that is on show, in pixels; what is on show is as on paper. */
+async function onPaper(page: Page): Promise<number> {
+  await page.evaluate(() => { window.dispatchEvent(new Event("beforeprint")); });
+  await page.emulateMedia({ media: "print" });
+  return page.evaluate(() => {
+    const cells = document.querySelector("plexoras-diagram")?.shadowRoot?.querySelectorAll("tbody td") ?? [];
+    const cell = [...cells].find((node) => node.getClientRects().length > 0);
+    return cell ? parseFloat(getComputedStyle(cell).fontSize) : 0;
+  });
+}
+
+test("what is shown as on paper has bands without being printed, with what is selected", async () => {
+  const wide = chart("wide", 3, 30, { attributes: "width=600", style: { DiagramType: 9, ColSelection: 1 } });
+  const page = await openCharts(browser, [wide], { colorScheme: "dark" });
+  const seen = (): Promise<string> => page.evaluate(() => {
+    const root = document.querySelector("plexoras-diagram")?.shadowRoot;
+    const shown = [...root?.querySelectorAll("table") ?? []].filter((table) => table.getClientRects().length > 0);
+    const isWithin = shown.every((table) => table.scrollWidth <= 600);
+    const marked = shown.flatMap((table) => [...table.querySelectorAll("th[aria-selected=true]")]);
+    const frame = root?.querySelector("[part~=drawing]");
+    return `${shown.length > 1 && isWithin} ${marked.length} ${frame && getComputedStyle(frame).backgroundColor}`;
+  });
+  const before = await seen();
+  await page.emulateMedia({ media: "print", colorScheme: "dark" });
+  await twoFrames(page);
+  assert.equal(await seen(), "true 1 rgb(255, 255, 255)");
+  await page.emulateMedia({ media: "screen", colorScheme: "dark" });
+  await twoFrames(page);
+  assert.equal(await seen(), before);
+  await page.context().close();
+});
+
 test("a table on paper is as the reader has put it, and the reader finds it as it was", async () => {
   const editable = namedCells("own", 40, 30, { style: {
     IsEditable: true, moveableCols: true, resizableCols: true, AutoResize: false, OnColLabelClick: 1,
