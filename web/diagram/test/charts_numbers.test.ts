@@ -2,7 +2,8 @@ import assert from "node:assert/strict";
 import { test } from "node:test";
 
 import { bucketsOf, countsOf, cumulative, normalCurve, normalShare } from "../src/charts/buckets.ts";
-import { type HairBar, hairsOf, seenOf } from "../src/charts/hairs.ts";
+import { inFront } from "../src/charts/dense_bars.ts";
+import { type HairBar, type HairSeries, hairsOf, seenOf } from "../src/charts/hairs.ts";
 import { facesOf, wedgesOf } from "../src/charts/pie_geometry.ts";
 import { scaleOf } from "../src/charts/scale.ts";
 import { roundedTo, statisticsOf } from "../src/charts/statistics.ts";
@@ -63,7 +64,9 @@ test("of bars in one pixel the shorter one is in front", () => {
     ["of equal ones the later", [[[0, 5]], [[0, 5]]], [[], [[0, 5]]]],
     ["each sign by itself", [[[0, 9], [0, -2]], [[0, 4], [0, -7]]], [[[4, 9], [-2, 0]], [[0, 4], [-7, -2]]]],
     ["axes with zeros of their own", [[[0, 4]], [[6, 9]], [[0, 12]]], [[[0, 4]], [[6, 9]], [[4, 6], [9, 12]]]],
-    ["next to nothing", [[[0, 0.1]], [[0, 5]]], [[[0, 0.5]], [[0.5, 5]]]],
+    ["next to nothing", [[[0, 0.1]], [[0, 5]]], [[[0, 1]], [[1, 5]]]],
+    ["next to nothing, the other way", [[[9, 8.9]], [[9, 5]]], [[[8, 9]], [[5, 8]]]],
+    ["nothing", [[[9, 9]], [[9, 5]]], [[], [[5, 9]]]],
   ];
   for (const [name, series, expected] of cases) {
     const seen = seenOf(series.map((bars) => ({
@@ -76,6 +79,17 @@ test("of bars in one pixel the shorter one is in front", () => {
       (b[1] ?? 0) - (a[1] ?? 0))), expected.map((pieces) => [...pieces].sort((a, b) => (b[1] ?? 0) - (a[1] ?? 0))),
     name);
   }
+});
+
+test("few selected bars stand whole in front, of many what is seen", () => {
+  const series = (...hairs: [pixel: number, low: number, high: number][]): HairSeries => ({
+    color: "", isStacked: false, hairs: hairs.map(([pixel, low, high]) => ({ pixel, low, high, isNegative: false })),
+  });
+  const seen = [series([1, 5, 9], [2, 5, 9]), series([1, 0, 5], [2, 0, 5]), series([2, 3, 4])];
+  const chosen = [series([2, 0, 9]), series(), series([2, 0, 5], [1, 0, 5])];
+  assert.deepEqual(inFront(seen, chosen, 60), [series([2, 5, 9]), series(), series([2, 0, 5], [1, 0, 5])]);
+  assert.deepEqual(inFront(seen, chosen, 61), [series([2, 5, 9]), series(), series([2, 3, 4], [1, 0, 5])],
+    "itself where nothing of it is seen");
 });
 
 test("statistics", () => {

@@ -2,7 +2,7 @@
 import type { Look } from "../look/look.ts";
 import { type Pattern, patternOf } from "../look/patterns.ts";
 import { shade } from "../look/shades.ts";
-import type { Shape } from "./custom.ts";
+import { type Pen, type Shape, tenth, tracedShape } from "./custom.ts";
 import type { Box } from "./frame.ts";
 
 export interface Body {
@@ -112,4 +112,31 @@ function cylinder(body: Body, shades: CylinderShades): Shape[] {
     colorStops: shades.body.map(([offset, share]) => ({ offset, color: shade(color, share) })),
   };
   return [face("path", { pathData: wall }, gradient, body, true), face("ellipse", lid, shade(color, shades.lid), body)];
+}
+
+/** Many bars as one shape or, with the colour of an outline, as they are marked: over all others. */
+export function manyBars(trace: (pen: Pen) => void, style: object, outline?: string): Shape[] {
+  if (outline === undefined) return [{ ...tracedShape(trace, style), z2: 0 }];
+  const edge = { fill: "none", stroke: outline, lineWidth: 4, lineJoin: "miter" };
+  return [{ ...tracedShape(trace, edge), z2: 10 }, { ...tracedShape(trace, style), z2: 11 }];
+}
+
+/** Many flat bars, with the pattern of their series. */
+export function manyBoxes(
+  boxes: readonly (Box | null)[],
+  { color, pattern }: Pick<Body, "color" | "pattern">,
+  outline?: string,
+): Shape[] {
+  return manyBars((pen) => {
+    for (const box of boxes) {
+      if (!box) continue;
+      const [left, top] = [tenth(box.left), tenth(box.top)];
+      const [right, bottom] = [tenth(box.left + box.width), tenth(box.top + box.height)];
+      pen.moveTo(left, top);
+      pen.lineTo(right, top);
+      pen.lineTo(right, bottom);
+      pen.lineTo(left, bottom);
+      pen.closePath();
+    }
+  }, { fill: color, ...(pattern ? { decal: { ...pattern } } : {}) }, outline);
 }

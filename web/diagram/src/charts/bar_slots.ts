@@ -26,14 +26,26 @@ export function slotsOf(visible: readonly Drawn[], band: number, look: Look): Re
     group.map((one): [Drawn, Slot] => [one, { offset: index * width * (1 + gapOfBar) - whole / 2, width }])));
 }
 
-/**
- * The slots of bars that are hairs: where those beside each other have less than a pixel each, all have the whole band,
- * and stand behind each other. A lone bar or stack is as wide as a pixel.
- */
-export function hairSlotsOf(visible: readonly Drawn[], band: number, look: Look): ReadonlyMap<Drawn, Slot> {
-  const slots = slotsOf(visible, band, look);
-  const own = [...slots.values()];
-  const isShared = own.some(({ offset, width }) => width < 1 && offset !== own[0]?.offset);
-  return new Map([...slots].map(([one, { offset }]) =>
-    [one, isShared ? { offset: -band / 2, width: band } : { offset, width: 1 }]));
+/** "each": a shape for each bar; "all": one shape for those of a series; "hairs": they stand behind each other. */
+export type Crowd = "each" | "all" | "hairs";
+
+// In bands of so few pixels nobody could tell bars beside each other.
+const narrowBand = 2;
+// More shapes than these take their time.
+const mostShapes = 1500;
+
+/** How so many bars on show are drawn: in bands, and with bars, of these widths in pixels. */
+export function crowdOf(band: number, width: number, count: number): Crowd {
+  if (areHairs(band)) return "hairs";
+  return width < 1 || areMany(count) ? "all" : "each";
+}
+
+/** The bars of bands of this width stand behind each other. */
+export function areHairs(band: number): boolean {
+  return band <= narrowBand;
+}
+
+/** So many bars have no shape each, however wide they are. */
+export function areMany(count: number): boolean {
+  return count > mostShapes;
 }

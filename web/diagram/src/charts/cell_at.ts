@@ -1,9 +1,9 @@
 // Which value of a chart with categories stands at a place, however densely they are drawn.
-import { hairSlotsOf, type Slot, slotsOf } from "./bar_slots.ts";
+import { areHairs, type Slot, slotsOf } from "./bar_slots.ts";
 import type { CellPlace, Plane, Spot } from "./chart.ts";
-import { barHairs, isDense } from "./dense_bars.ts";
+import { barHairs, chosenRows, inFront } from "./dense_bars.ts";
 import { baseBelow, type Context, type Drawn, upAxisOf } from "./drawn.ts";
-import { type Hair, seenOf } from "./hairs.ts";
+import { type HairSeries, seenOf } from "./hairs.ts";
 
 // How far readers may miss, in pixels.
 const reach = 16;
@@ -32,7 +32,7 @@ export function cellAt(context: Context, spot: Spot, plane: Plane): CellPlace | 
     Math.min(Math.max(Math.round(place), 0), rows - 1));
   const band = Math.abs(step);
   const measures: Record<Drawn["kind"], Measure> = {
-    bar: isDense(context)
+    bar: areHairs(band)
       ? hairMeasure(context, visible, plane, { band, spot, first, last })
       : barMeasure(context, visible, plane, slotsOf(visible, band, context.scene.look)),
     line: lineMeasure(context, visible, plane),
@@ -106,23 +106,35 @@ interface Near {
   readonly last: number;
 }
 
-/** The bar whose colour is at the spot; where there is none, the nearest. */
+/** The bar whose colour is at the spot, of selected rows if it is marked; where there is none, the nearest. */
 function hairMeasure(context: Context, visible: readonly Drawn[], plane: Plane, near: Near): Measure {
   const { band, spot, first, last } = near;
   const bars = visible.filter(({ kind }) => kind === "bar");
-  const slots = hairSlotsOf(bars, band, context.scene.look);
-  const rows = Array.from({ length: last - first + 1 }, (_, index) => first + index);
-  const seen = seenOf(bars.map((one) => {
+  const around = Array.from({ length: last - first + 1 }, (_, index) => first + index);
+  const hairsIn = (rowsOf: (index: number) => readonly number[]): HairSeries[] => bars.map((one, index) => {
     const axis = upAxisOf(context, one);
     const up = (value: number): number => plane.up(value, axis);
-    return barHairs(bars, one, slots.get(one), { along: plane.along, up }, rows);
-  }));
-  const holds = ({ pixel, low, high }: Hair): boolean =>
-    pixel === Math.floor(spot.along) && low <= spot.up && spot.up < high;
+    return barHairs({ visible: bars, band }, one, { along: plane.along, up }, rowsOf(index));
+  });
   // Of a stack the later ones are painted over those before.
-  const there = [...bars].reverse().find((one) => seen[bars.indexOf(one)]?.hairs.some(holds));
+  const indexAt = (all: readonly HairSeries[]): number => {
+    const isThere = all.map(({ hairs }) => hairs.some(({ pixel, low, high }) =>
+      pixel === Math.floor(spot.along) && low <= spot.up && spot.up < high));
+    return isThere.lastIndexOf(true);
+  };
+  const chosen = bars.map((one) => chosenRows(context, one));
+  const chosenHere = chosen.map((rows) => rows.filter((row) => row >= first && row <= last));
+  const seen = seenOf(hairsIn(() => around));
+  const count = chosen.reduce((sum, { length }) => sum + length, 0);
+  const marked = indexAt(inFront(seen, hairsIn((index) => chosenHere[index] ?? []), count));
+  const there = bars[marked >= 0 ? marked : indexAt(seen)];
+  const rows = marked >= 0 ? chosenHere[marked] : undefined;
+  const slots = new Map(bars.map((one) => [one, { offset: -band / 2, width: band }]));
   const measure = barMeasure(context, visible, plane, slots, true);
-  return (one, row) => (there && one !== there ? null : measure(one, row, spot));
+  return (one, row, place) => {
+    const isOther = (there !== undefined && one !== there) || rows?.includes(row) === false;
+    return isOther ? null : measure(one, row, place);
+  };
 }
 
 function lineMeasure(context: Context, visible: readonly Drawn[], plane: Plane): Measure {

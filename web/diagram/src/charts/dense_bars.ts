@@ -1,32 +1,34 @@
-// Bars that are narrower than a pixel, drawn all at once: what is seen of one depends on those of all series.
-import { hairSlotsOf, type Slot } from "./bar_slots.ts";
+// Bars in bands of hardly a pixel or two, drawn all at once: what is seen of one depends on those of all series.
 import type { Api, Shape } from "./custom.ts";
 import { baseBelow, type Context, type Drawn } from "./drawn.ts";
 import { type EvenPlane, evenPlane } from "./even_plane.ts";
-import { areHairs, type HairBar, type HairSeries, hairShapes, hairsOf, seenOf } from "./hairs.ts";
+import { type Hair, type HairBar, hairGroup, type HairSeries, hairShapes, hairsOf, seenOf } from "./hairs.ts";
 import { markText } from "./marks.ts";
 
-/** The bars of a chart have less than a pixel each. */
-export function isDense({ scene, drawn }: Context): boolean {
-  return areHairs(scene, drawn.length * (drawn[0]?.values.length ?? 0));
+/** All bars of a chart that are on show, in bands of so many pixels. */
+export interface Bars {
+  readonly visible: readonly Drawn[];
+  readonly band: number;
 }
 
-/** The hairs of a series' bars in some rows. `visible` are all bars on show. */
+/** The hairs of a series' bars in some rows: they have the whole band. */
 export function barHairs(
-  visible: readonly Drawn[],
+  { visible, band }: Bars,
   one: Drawn,
-  slot: Slot | undefined,
   plane: EvenPlane,
   rows: Iterable<number> = one.values.keys(),
 ): HairSeries {
-  const hairs = slot ? hairsOf(barsOf(visible, one, slot, plane, rows)) : [];
-  return { color: one.series.color, isStacked: one.isStacked, hairs };
+  return {
+    color: one.series.color,
+    isStacked: one.isStacked,
+    hairs: hairsOf(barsOf(visible, band, one, plane, rows)),
+  };
 }
 
 function* barsOf(
   visible: readonly Drawn[],
+  band: number,
   one: Drawn,
-  slot: Slot,
   plane: EvenPlane,
   rows: Iterable<number>,
 ): Generator<HairBar> {
@@ -35,8 +37,8 @@ function* barsOf(
     if (value === null) continue;
     const base = one.isStacked ? baseBelow(visible, one, row) : 0;
     yield {
-      along: plane.along(row) + slot.offset,
-      width: slot.width,
+      along: plane.along(row) - band / 2,
+      width: band,
       base: plane.up(base),
       end: plane.up(base + value),
       isNegative: value < 0,
@@ -44,11 +46,43 @@ function* barsOf(
   }
 }
 
-/** Draws the bars of a series, with what the library tells about its axes. */
-export type DrawHairs = (one: Drawn, api: Api) => readonly Shape[];
+/** The rows in which a series' bars are selected. */
+export function chosenRows({ scene, mark }: Context, { series: { points } }: Drawn): number[] {
+  if (scene.selection.length === 0) return [];
+  return points.flatMap(({ cell }, row) => (mark(...cell) === "none" ? [] : [row]));
+}
 
 // As many selected bars stand whole in front of all others. Of more, what is seen of them is marked.
 const mostInFront = 60;
+
+/** What stands in front of all that is seen: the hairs of selected bars, `count` in the whole chart. */
+export function inFront(
+  seen: readonly HairSeries[],
+  chosen: readonly HairSeries[],
+  count: number,
+): readonly HairSeries[] {
+  return count > mostInFront ? amongSeen(seen, chosen) : seenOf(chosen);
+}
+
+/** What is seen where some of a series' bars are chosen, or these where others hide them. */
+function amongSeen(seen: readonly HairSeries[], chosen: readonly HairSeries[]): readonly HairSeries[] {
+  return chosen.map((one, index) => {
+    const others = new Map<number, Hair[]>();
+    for (const hair of seen[index]?.hairs ?? []) {
+      const place = placeOf(hair);
+      others.set(place, [...others.get(place) ?? [], hair]);
+    }
+    return { ...one, hairs: one.hairs.flatMap((hair) => others.get(placeOf(hair)) ?? [hair]) };
+  });
+}
+
+/** A number for each pixel and sign. */
+function placeOf({ pixel, isNegative }: Hair): number {
+  return 2 * pixel + (isNegative ? 1 : 0);
+}
+
+/** Draws the bars of a series, with what the library tells about its axes. */
+export type DrawHairs = (bars: Bars, one: Drawn, api: Api) => readonly Shape[];
 
 interface Laid {
   readonly all: HairSeries;
@@ -59,52 +93,37 @@ interface Laid {
 
 /** Each series lays its own bars out, for the library tells it of its own axes alone; the last one draws them all. */
 export function hairDrawing(context: Context): DrawHairs {
-  const { scene, drawn } = context;
-  const { look, style: { IsRotated } } = scene;
+  const { look, style: { IsRotated } } = context.scene;
   const known = new Map<Drawn, Laid>();
-  return (one, api) => {
-    const onShow = new Set(api.currentSeriesIndices());
-    const visible = drawn.filter(({ kind }, index) => kind === "bar" && onShow.has(index));
-    known.set(one, laidOut(context, visible, one, api));
+  return (bars, one, api) => {
+    const { visible } = bars;
+    known.set(one, laidOut(context, bars, one, api));
     if (one !== visible[visible.length - 1]) return [];
     const laid = visible.flatMap((each) => known.get(each) ?? []);
     const seen = seenOf(laid.map(({ all }) => all));
-    const chosen = laid.map((its) => its.chosen);
     const count = laid.reduce((sum, { chosenCount }) => sum + chosenCount, 0);
-    const marked = count > mostInFront ? amongSeen(seen, chosen) : seenOf(chosen);
-    return [
+    const marked = inFront(seen, laid.map(({ chosen }) => chosen), count);
+    return hairGroup([
       ...hairShapes(seen, IsRotated),
-      ...hairShapes(marked, IsRotated, 10, look.selectionGround),
-      ...hairShapes(marked, IsRotated, 11),
+      ...hairShapes(marked, IsRotated, look.selectionGround),
       ...laid.flatMap(({ texts }) => texts),
-    ];
+    ]);
   };
 }
 
-function laidOut({ scene, mark }: Context, visible: readonly Drawn[], one: Drawn, api: Api): Laid {
-  const { IsRotated } = scene.style;
-  const [across = 0, upright = 0] = api.size?.([1, 1]) as number[];
-  const slot = hairSlotsOf(visible, IsRotated ? upright : across, scene.look).get(one);
+function laidOut(context: Context, bars: Bars, one: Drawn, api: Api): Laid {
+  const { scene, mark } = context;
   const plane = evenPlane(scene, api, [0, one.values.length - 1], one.values);
-  const { points } = one.series;
-  const marks = scene.selection.length === 0 ? [] : points.map(({ cell }) => mark(...cell));
-  const rows = [...marks.keys()].filter((row) => marks[row] !== "none");
+  const rows = chosenRows(context, one);
   const texts = rows.flatMap((row) => {
-    const [point, [hair]] = [points[row], barHairs(visible, one, slot, plane, [row]).hairs];
-    if (!point || !hair) return [];
-    const { pixel, low, high } = hair;
-    return markText(scene, marks[row] ?? "none", point, IsRotated
-      ? { left: low, top: pixel, width: high - low, height: 1 }
-      : { left: pixel, top: low, width: 1, height: high - low });
+    const [point, { hairs }] = [one.series.points[row], barHairs(bars, one, plane, [row])];
+    const [first, last] = [hairs[0], hairs[hairs.length - 1]];
+    if (!point || !first || !last) return [];
+    const [along, up] = [last.pixel + 1 - first.pixel, first.high - first.low];
+    return markText(scene, mark(...point.cell), point, scene.style.IsRotated
+      ? { left: first.low, top: first.pixel, width: up, height: along }
+      : { left: first.pixel, top: first.low, width: along, height: up });
   });
-  const chosen = barHairs(visible, one, slot, plane, rows);
-  return { all: barHairs(visible, one, slot, plane), chosen, chosenCount: rows.length, texts };
-}
-
-/** The hairs in whose pixels some of the series' bars are chosen. */
-function amongSeen(seen: readonly HairSeries[], chosen: readonly HairSeries[]): readonly HairSeries[] {
-  return seen.map((one, index) => {
-    const pixels = new Set(chosen[index]?.hairs.map(({ pixel }) => pixel));
-    return { ...one, hairs: one.hairs.filter(({ pixel }) => pixels.has(pixel)) };
-  });
+  const chosen = barHairs(bars, one, plane, rows);
+  return { all: barHairs(bars, one, plane), chosen, chosenCount: rows.length, texts };
 }

@@ -1,6 +1,6 @@
-// Bars that are narrower than a pixel: those of a series that share one are one hair.
-import { type Pen, type Shape, tracedShape } from "./custom.ts";
-import type { Scene } from "./chart.ts";
+// Bars in bands of hardly a pixel or two: those of a series that share a pixel are one hair.
+import { manyBars } from "./bar_shapes.ts";
+import type { Pen, Shape } from "./custom.ts";
 
 /** A bar in pixels: where it begins along the axis, how wide it is, and up the plot what it stands on and its end. */
 export interface HairBar {
@@ -27,22 +27,14 @@ export interface HairSeries {
   readonly hairs: readonly Hair[];
 }
 
-// More bars than these, or than there are pixels, are hairs.
-const mostBars = 1500;
-
-/** So many bars side by side have less than a pixel each. */
-export function areHairs({ style, width, height }: Scene, count: number): boolean {
-  return count > mostBars || count > (style.IsRotated ? height : width);
-}
-
 /** The hairs of a series' bars: a bar has those of the pixels that it covers, or one. */
 export function hairsOf(bars: Iterable<HairBar>): Hair[] {
   const [up, down] = [new Map<number, Growing>(), new Map<number, Growing>()];
   for (const { along, width, base, end, isNegative } of bars) {
-    const [foot, top] = [Math.round(base), Math.round(end)];
-    const low = Math.min(foot, top);
-    // A value that is almost nothing is seen, too.
-    const high = Math.max(foot, top, low + 0.5);
+    const foot = Math.round(base);
+    // A value that is almost nothing is seen, too, on its own side of what it stands on.
+    const top = Math.round(end) === foot ? foot + Math.sign(end - base) : Math.round(end);
+    const [low, high] = [Math.min(foot, top), Math.max(foot, top)];
     const side = isNegative ? down : up;
     const first = Math.round(along);
     for (let pixel = first; pixel === first || pixel < Math.round(along + width); pixel += 1) {
@@ -61,8 +53,8 @@ export function hairsOf(bars: Iterable<HairBar>): Hair[] {
 type Growing = { -readonly [property in keyof Hair]: Hair[property] };
 
 /**
- * What is seen of the hairs of series beside each other: in each pixel a shorter one stands in front of a longer one,
- * so that the ends of all are seen; of two that are equally long the later one. A stack counts as one.
+ * What is seen of the hairs of series behind each other: in each pixel a shorter one stands in front of a longer one,
+ * so that the ends of both are seen; of two that are equally long the later one hides the other. A stack counts as one.
  */
 export function seenOf(all: readonly HairSeries[]): readonly HairSeries[] {
   if (all.length < 2 || all.every(({ isStacked }) => isStacked)) return all;
@@ -141,13 +133,15 @@ function joined(spans: readonly Span[], { low, high }: Span): Span[] {
   }];
 }
 
-/** Hairs as shapes, one for each series that has any, in its colour or with an outline in another. */
-export function hairShapes(all: readonly HairSeries[], isLying: boolean, z2 = 0, outline?: string): Shape[] {
-  return all.filter(({ hairs }) => hairs.length > 0).map(({ color, hairs }) => ({
-    ...tracedShape((pen) => traceHairs(pen, hairs, isLying),
-      outline === undefined ? { fill: color } : { fill: "none", stroke: outline, lineWidth: 4, lineJoin: "miter" }),
-    z2,
-  }));
+/** Hairs as shapes, one for each series that has any; with the colour of an outline as they are marked. */
+export function hairShapes(all: readonly HairSeries[], isLying: boolean, outline?: string): Shape[] {
+  return all.filter(({ hairs }) => hairs.length > 0).flatMap(({ color, hairs }) =>
+    manyBars((pen) => traceHairs(pen, hairs, isLying), { fill: color }, outline));
+}
+
+/** The hairs of all series, which one item draws: whoever points at it means none of them in particular. */
+export function hairGroup(children: readonly Shape[]): Shape[] {
+  return [{ type: "group", children, $mergeChildren: false, emphasisDisabled: true }];
 }
 
 /** One outline for all that stand side by side. */

@@ -3,15 +3,16 @@ import type { CustomSeriesOption } from "echarts/charts";
 import type { EChartsCoreOption } from "echarts/core";
 
 import { valueAxis } from "./axes.ts";
-import { bodyOf, depthOf, seriesBody } from "./bar_shapes.ts";
+import { bodyOf, depthOf, manyBoxes, seriesBody } from "./bar_shapes.ts";
+import { type Crowd, crowdOf } from "./bar_slots.ts";
 import { type BucketCounts, bucketCountsOf, type Counted } from "./bucket_counts.ts";
 import { normalCurve } from "./buckets.ts";
 import { placed, plotOption } from "./cartesian.ts";
 import type { Scene } from "./chart.ts";
 import { curveOf, curveSeries } from "./curve.ts";
-import { handDrawn } from "./custom.ts";
+import { type Api, handDrawn } from "./custom.ts";
 import type { Box } from "./frame.ts";
-import { areHairs, type HairSeries, hairShapes, hairsOf, seenOf } from "./hairs.ts";
+import { type HairBar, hairGroup, type HairSeries, hairShapes, hairsOf, seenOf } from "./hairs.ts";
 import { meanRulers, zeroRuler } from "./marks.ts";
 import { lineHeight, widest } from "./text.ts";
 
@@ -83,9 +84,10 @@ function rangeLabel({ buckets: { edges }, isCumulative, edgeText }: BucketCounts
 
 function barsOf(
   scene: Scene,
-  { buckets: { edges }, counted, isCumulative }: BucketCounts,
+  all: BucketCounts,
   own: Counted,
 ): CustomSeriesOption {
+  const { buckets: { edges }, isCumulative } = all;
   const { series, values, counts } = own;
   const { look, style } = scene;
   const draw = bodyOf(style.RectStyle);
@@ -99,7 +101,6 @@ function barsOf(
     edgeWidth: 0.5,
     depth: depthOf(style.Thickness),
   };
-  const isMany = areHairs(scene, counted.length * counts.length);
   const middle = (bucket: number): number => ((edges[bucket] ?? 0) + (edges[bucket + 1] ?? 0)) / 2;
   return handDrawn({
     name: series.name,
@@ -116,45 +117,63 @@ function barsOf(
     },
     data: counts.map((count, bucket) =>
       ({ value: placed(scene, middle(bucket), count), bucket: [bucket, series.index] })),
-    draw: (params, api) => {
-      const bucket = params.dataIndex;
-      if (isMany && bucket > 0) return [];
-      const onShow = new Set(api.currentSeriesIndices());
-      const visible = counted.filter((_, index) => onShow.has(index));
-      const boxIn = (one: Counted, index: number): Box | null => {
-        if ((one.counts[index] ?? 0) === 0) return null;
-        const [x0 = 0, y0 = 0] = api.coord(placed(scene, edges[index] ?? 0, 0));
-        const [x1 = 0, y1 = 0] = api.coord(placed(scene, edges[index + 1] ?? 0, one.counts[index] ?? 0));
-        const [left, top] = [Math.min(x0, x1), Math.min(y0, y1)];
-        const whole = { left, top, width: Math.abs(x1 - x0), height: Math.abs(y1 - y0) };
-        // Hairs stand behind each other.
-        return isMany ? whole : shareOfBox(whole, style.IsRotated, visible.indexOf(one), visible.length);
-      };
-      if (isMany) {
-        // What is seen of one depends on all: the last draws them.
-        if (own !== visible[visible.length - 1]) return [];
-        const hairs = visible.map((one) => hairsIn(one, style.IsRotated, (index) => boxIn(one, index)));
-        return hairShapes(seenOf(hairs), style.IsRotated);
+    draw: ({ dataIndex: bucket, context: known }, api) => {
+      // Worked out once for all buckets.
+      const layout = (known as { layout?: Layout }).layout ??= layoutOf(scene, all, own, api);
+      const { visible, crowd, boxOf, hairsIn } = layout;
+      if (crowd === "each") {
+        const box = boxOf(bucket);
+        return box ? draw({ ...alike, box }) : [];
       }
-      const box = boxIn(own, bucket);
-      return box ? draw({ ...alike, box }) : [];
+      if (bucket > 0) return [];
+      if (crowd === "all") return manyBoxes(counts.map((_, index) => boxOf(index)), body);
+      // What is seen of one depends on all: the last draws them.
+      if (own !== visible[visible.length - 1]) return [];
+      return hairGroup(hairShapes(seenOf(visible.map(hairsIn)), style.IsRotated));
     },
   });
 }
 
-function hairsIn(
-  { series, counts }: Counted,
-  isLying: boolean,
-  boxOf: (bucket: number) => Box | null,
-): HairSeries {
-  const bars = counts.flatMap((_, bucket) => {
-    const box = boxOf(bucket);
-    if (!box) return [];
-    const { left, top, width, height } = box;
-    return [isLying ? { along: top, width: height, base: left, end: left + width, isNegative: false }
-      : { along: left, width, base: top, end: top + height, isNegative: false }];
-  });
-  return { color: series.color, isStacked: false, hairs: hairsOf(bars) };
+/** The series on show, how their bars share the buckets, and where they stand. */
+interface Layout {
+  readonly visible: readonly Counted[];
+  readonly crowd: Crowd;
+  /** Null for no bar. */
+  readonly boxOf: (bucket: number) => Box | null;
+  readonly hairsIn: (one: Counted) => HairSeries;
+}
+
+function layoutOf(scene: Scene, { buckets: { edges }, counted }: BucketCounts, own: Counted, api: Api): Layout {
+  const { IsRotated } = scene.style;
+  const onShow = new Set(api.currentSeriesIndices());
+  const visible = counted.filter((_, index) => onShow.has(index));
+  const place = visible.indexOf(own);
+  const at = (edge: number, count: number): { along: number; up: number } => {
+    const [x = 0, y = 0] = api.coord(placed(scene, edges[edge] ?? 0, count));
+    return IsRotated ? { along: y, up: x } : { along: x, up: y };
+  };
+  const barIn = ({ counts }: Counted, bucket: number): HairBar => {
+    const [from, to] = [at(bucket, 0), at(bucket + 1, counts[bucket] ?? 0)];
+    const along = Math.min(from.along, to.along);
+    return { along, width: Math.abs(to.along - from.along), base: from.up, end: to.up, isNegative: false };
+  };
+  const { width: band } = barIn(own, 0);
+  return {
+    visible,
+    crowd: crowdOf(band, band / visible.length, visible.length * own.counts.length),
+    boxOf: (bucket) => {
+      if ((own.counts[bucket] ?? 0) === 0) return null;
+      const { along, width, base, end } = barIn(own, bucket);
+      const [low, length] = [Math.min(base, end), Math.abs(end - base)];
+      return shareOfBox(IsRotated ? { left: low, top: along, width: length, height: width }
+        : { left: along, top: low, width, height: length }, IsRotated, place, visible.length);
+    },
+    hairsIn: (one) => ({
+      color: one.series.color,
+      isStacked: false,
+      hairs: hairsOf(one.counts.flatMap((count, bucket) => (count === 0 ? [] : [barIn(one, bucket)]))),
+    }),
+  };
 }
 
 /** The part of a bucket's box that one of its bars takes, with a little air at both ends of the group. */
@@ -168,5 +187,6 @@ function shareOfBox(
   const air = Math.min(length * (count > 1 ? 0.08 : 0.03), 4);
   const each = (length - 2 * air) / Math.max(count, 1);
   const start = air + each * index;
-  return isLying ? { ...box, top: box.top + start, height: each } : { ...box, left: box.left + start, width: each };
+  const width = Math.max(each, 1);
+  return isLying ? { ...box, top: box.top + start, height: width } : { ...box, left: box.left + start, width };
 }

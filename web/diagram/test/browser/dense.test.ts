@@ -25,7 +25,7 @@ function levelChart(count: number, style: Partial<Style>, values: readonly numbe
       ...(isScatter ? { xScaleMin: 0, xScaleMax: count - 1 } : {}), ...style,
     },
     rows,
-    columns: ["a", "b", "c"],
+    columns: values.map((_, column) => String.fromCharCode("a".charCodeAt(0) + column)),
     values: all.map(String),
     attributes: 'width="800" height="400"',
     fallback: "",
@@ -130,7 +130,7 @@ interface Hiding {
 const hidings: Hiding[] = [
   { name: "each of many" },
   { name: "some rows a pixel", count: 9000 },
-  { name: "some pixels a row", count: 300 },
+  { name: "some pixels a row", count: 400 },
   { name: "rotated", style: { IsRotated: true } },
   { name: "reversed", style: { Reverse: 2 } },
   { name: "negative", values: [-10, -90, -50] },
@@ -176,6 +176,55 @@ test("what stood behind a series is seen when a reader hides that one", async ()
   assert.deepEqual(await coloursAt(page, [place]), [light.palette[1]]);
 });
 
+test("whoever points at the legend of bars that stand behind each other lightens none", async () => {
+  const page = await openCharts(browser, [levelChart(3000, { DiagramType: 5 }, [10, 90, 50])]);
+  const box = await plotOf(page);
+  const places = [0.95, 0.7, 0.3].map((up) => ({ x: box.x + box.width * 0.3, y: box.y + box.height * up }));
+  for (const name of ["a", "c"]) {
+    await page.locator("plexoras-diagram svg text", { hasText: name }).first().hover({ force: true });
+    await frame(page);
+    assert.deepEqual(await coloursAt(page, places), [0, 2, 1].map((column) => light.palette[column]), name);
+  }
+});
+
+test("many bars keep their room in bands that have it", async () => {
+  const chart = levelChart(200, { DiagramType: 5, BarStyle: 1 }, Array.from({ length: 8 }, () => 10));
+  const attributes = 'width="2400" height="400"';
+  const page = await openCharts(browser, [{ ...chart, attributes }], { viewport: { width: 2500, height: 700 } });
+  const box = await plotOf(page);
+  const band = box.width / 200;
+  const places = [0.25, 0.5, 0.75, 1].map((part) =>
+    ({ x: box.x + band * (60 + part), y: box.y + box.height * 0.95 }));
+  const [first = ""] = light.palette;
+  assert.deepEqual(await coloursAt(page, places), [first, first, first, "#ffffff"], "air between stacks");
+  const shapes = (): Promise<number> => page.locator(`plexoras-diagram svg [fill="${first}"]`).count();
+  assert(await shapes() < 100, "one shape a series");
+  await page.locator("plexoras-diagram svg text", { hasText: /^h$/ }).click({ force: true });
+  await frame(page);
+  await page.locator("plexoras-diagram svg text", { hasText: /^g$/ }).click({ force: true });
+  await page.waitForFunction((colour) =>
+    (document.querySelector("plexoras-diagram")?.shadowRoot?.querySelectorAll(`svg [fill="${colour}"]`).length ?? 0)
+      >= 200, first);
+});
+
+for (const IsRotated of [false, true]) {
+  test(`in a dense histogram the lower count is in front${IsRotated ? ", rotated" : ""}`, async () => {
+    const rows = Array.from({ length: 1800 }, (_, row) => `r${row}`);
+    // Twice or three times in each bucket, and once.
+    const values = rows.flatMap((_, row) => [row < 1200 ? row % 600 : "", row < 600 ? row : "", row % 600].map(String));
+    const style = { DiagramType: 0, BucketCount: 600, IsAbsolute: true, yScaleMax: 3, IsRotated };
+    const page = await openCharts(browser, [{ style, rows, columns: ["a", "b", "c"], values, fallback: "",
+      attributes: 'width="800" height="400"' }]);
+    const box = await plotOf(page);
+    const places = [0.1, 0.5, 0.9].map((up) => {
+      const [x, y] = IsRotated ? [up, 0.3] : [0.3, 1 - up];
+      return { x: box.x + x * box.width, y: box.y + y * box.height };
+    });
+    assert.deepEqual(await coloursAt(page, places), [1, 0, 2].map((column) => light.palette[column]));
+    await page.context().close();
+  });
+}
+
 test("a click far from everything selects nothing, and so does one in a histogram", async () => {
   for (const style of [{ DiagramType: 1 }, { DiagramType: 3 }, { DiagramType: 0, IsAbsolute: false }]) {
     const page = await openCharts(browser, [levelChart(3000, style)]);
@@ -199,6 +248,36 @@ test("what is selected is marked among thousands", async () => {
     await page.context().close();
   }
 });
+
+const marked: { name: string; count: number; style?: Partial<Style> }[] = [
+  { name: "behind each other", count: 3000 },
+  { name: "rotated", count: 3000, style: { IsRotated: true } },
+  { name: "beside each other", count: 60 },
+];
+for (const { name, count, style } of marked) {
+  test(`a selected bar among many is marked where it stands, and is what a click there finds: ${name}`, async () => {
+    for (const row of [count / 6, count / 2 - count / 30]) {
+      const one = { DiagramType: 5, RowSelection: row, ColSelection: 1, ...style };
+      const page = await openCharts(browser, [levelChart(count, one, [10, 90, 50])]);
+      await noteSelections(page);
+      const box = await plotOf(page);
+      const { x, y, width, height } = await page.evaluate(() => {
+        const outlines = [...document.querySelector("plexoras-diagram")?.shadowRoot
+          ?.querySelectorAll("svg [stroke='#243051']") ?? []];
+        const outline = outlines[0]?.getBoundingClientRect();
+        return { x: outline?.x ?? 0, y: outline?.y ?? 0, width: outline?.width ?? 0, height: outline?.height ?? 0 };
+      });
+      const [place, wanted] = style?.IsRotated
+        ? [y + height / 2, box.y + ((row + 0.5) / count) * box.height]
+        : [x + width / 2, box.x + ((row + 0.5) / count) * box.width];
+      assert(Math.abs(place - wanted) < 2, `${row} at ${place}, not ${wanted}`);
+      await page.mouse.click(...(style?.IsRotated ? [box.x + 8, place] as const : [place, y + height - 12] as const));
+      await frame(page);
+      assert.equal(await page.title(), "Charts", "it is what is selected already");
+      await page.context().close();
+    }
+  });
+}
 
 /** The first and the last row whose labels are on show. */
 async function shownRows(page: Page): Promise<[number, number]> {
